@@ -1,0 +1,18 @@
+#ifndef VELA_CONVENTIONS_STATUS_HPP
+#define VELA_CONVENTIONS_STATUS_HPP
+
+namespace vela::conventions {
+
+/// The `int` results of record- and array-filling functions: values from 10001 are warnings (the
+/// result is usable), values from 30001 errors (the result fields hold NaN).
+enum Status : int {
+    kSuccess = 0,
+    kOutOfMemory = 30001,          // a working copy could not be allocated
+    kInvalidIntervalType = 30002,  // an IntervalType outside -1, 0, 1
+    kMissingEndPoint = 30020,      // an end point of a root search evaluates to the missing value
+    kNoRoot = 30021  // no sign change and neither end is a root, or the search was cut off
+};
+
+}  // namespace vela::conventions
+
+#endif
