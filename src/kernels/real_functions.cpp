@@ -1,0 +1,96 @@
+#include "kernels/real_functions.hpp"
+
+#include "conventions/error_channel.hpp"
+#include "kernels/guarded.hpp"
+#include "kernels/noncentral_t.hpp"
+#include "kernels/normal.hpp"
+#include "vela/missing_value.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vela::kernels {
+
+using conventions::kernel_failed;
+
+CmRealFunction::CmRealFunction(bool isInteger, double target, const Tolerances& tolerances)
+    : m_isInteger(isInteger),
+      m_target(target),
+      m_absoluteXTolerance(tolerances.absoluteX),
+      m_relativeXTolerance(tolerances.relativeX),
+      m_absoluteFTolerance(tolerances.absoluteF),
+      m_relativeFTolerance(tolerances.relativeF) {}
+
+bool CmRealFunction::interval_converged(double a, double b) const {
+    const double width = std::fabs(a - b);
+    if (m_isInteger ? width < 2.0 : width < absolute_x_tolerance()) {
+        return true;
+    }
+    return width < relative_x_tolerance() * std::max(std::fabs(a), std::fabs(b));
+}
+
+bool CmRealFunction::value_converged(double f) const {
+    const double magnitude = std::fabs(f);
+    return magnitude <= m_absoluteFTolerance ||
+           magnitude <= std::fabs(m_target) * m_relativeFTolerance;
+}
+
+// The absolute tolerance of 1e-30 in x is for this far-tail search alone: its roots lie near -36.
+CmStandardNormalCdf::CmStandardNormalCdf(double p)
+    : CmRealFunction(false, p, {1e-30, 1e-12, 0.0, 1e-12}) {}
+
+double CmStandardNormalCdf::evaluate(double x) {
+    double lower = MissingValue;
+    if (x == 0.0) {
+        lower = 0.5;
+    } else if (x != MissingValue) {
+        double upper = 0.0;
+        normal_df(x, &lower, &upper);
+        if (kernel_failed()) {
+            lower = MissingValue;
+        }
+    }
+    return lower - target();
+}
+
+// The classes below subtract a probability of their own; the inherited target is that probability
+// too, so that the relative tolerance in f refers to it.
+CmTCdf::CmTCdf(double df, double noncentrality, double p)
+    : CmRealFunction(false, p, {0.0, 1e-12, 0.0, 1e-12}),
+      m_df(df),
+      m_noncentrality(noncentrality),
+      m_probability(p) {}
+
+double CmTCdf::evaluate(double x) {
+    if (x == MissingValue) {
+        return MissingValue;
+    }
+    double lower = 0.0;
+    double upper = 0.0;
+    t_ncdf(x, m_df, m_noncentrality, &lower, &upper);
+    return kernel_failed() ? MissingValue : lower - m_probability;
+}
+
+CmGammaCdf::CmGammaCdf(double shape, double p)
+    : CmRealFunction(false, p, {0.0, 1e-12, 0.0, 1e-12}), m_shape(shape), m_probability(p) {}
+
+double CmGammaCdf::evaluate(double x) {
+    double P = 0.0;
+    if (!std::isless(x, 0.0)) {
+        double Q = 0.0;
+        m_shape.pq(x, &P, &Q, nullptr);
+        if (kernel_failed()) {
+            return MissingValue;
+        }
+    }
+    return P - m_probability;
+}
+
+CmLambdaTransform::CmLambdaTransform(double lambda, double target)
+    : CmRealFunction(false, target, {0.0, 1e-12, 0.0, 1e-12}), m_lambda(lambda) {}
+
+double CmLambdaTransform::evaluate(double x) {
+    return (safe_pow(x, m_lambda) - safe_pow(1.0 - x, m_lambda)) / m_lambda - target();
+}
+
+}  // namespace vela::kernels
