@@ -1,0 +1,71 @@
+#ifndef VELA_KERNELS_BETA_HPP
+#define VELA_KERNELS_BETA_HPP
+
+#include "kernels/double_double.hpp"
+
+/// The incomplete beta family at full double accuracy.
+namespace vela::kernels {
+
+/// A point of the unit interval with its complement, each to more than double precision. With
+/// shapes of 1e8 the rounding of one double in x or in 1 - x would cost eight digits of a tail.
+struct BetaPoint {
+    DoubleDouble x;
+    DoubleDouble y;  // 1 - x
+
+    /// The smaller of the two doubles is taken as exact, the other as its complement.
+    static BetaPoint from_doubles(double x, double y);
+
+    /// x = 1 / (1 + ratio), y = ratio / (1 + ratio), for 0 < ratio < 1e150.
+    static BetaPoint from_ratio(DoubleDouble ratio);
+};
+
+/// The shapes a and b of a beta distribution with everything that depends on them alone.
+class BetaShapes {
+public:
+    /// 1e-150 <= a, b <= 1e150.
+    BetaShapes(double a, double b);
+
+    double a() const { return m_a; }
+    double b() const { return m_b; }
+
+    /// Both tails at a point with 0 < x.hi and 0 < y.hi. False where a series or fraction met its
+    /// cap; the level says so too.
+    bool tails(const BetaPoint& point, double* lower, double* upper) const;
+
+private:
+    double m_a;
+    double m_b;
+    double m_scale;           // of the prefactor: gamma functions and powers, no exponentials
+    DoubleDouble m_total;     // a + b
+    DoubleDouble m_logScale;  // what Stirling's formula leaves of the logarithm of 1 / B(a, b)
+    bool m_direct;            // shapes small enough to need no Stirling formula
+};
+
+/// Regularized incomplete beta function: *lower = I_x(a, b), *upper = 1 - I_x(a, b) = I_y(b, a).
+///
+/// @param x,y  0 <= x <= 1 and its complement at full relative precision (x + y = 1 to rounding);
+///             the smaller one is taken as exact
+/// @param a,b  shapes > 0
+///
+/// Routine name "beta_df". Level 1: a tail below exp(-662.34472) was set to 0. Level 2: arguments
+/// outside the domain; level 3: a shape outside 1e-150..1e150; level 4: no convergence. From level
+/// 2 on both outputs are the largest double.
+///
+/// @accuracy largest relative error of either tail on random grids of 300,000 points, shapes 1e-3
+/// to 1e6, tails down to 2e-288: 1.0e-14; 1.5e-15 where both shapes exceed 40
+void beta_df(double x, double y, double a, double b, double* lower, double* upper);
+
+/// Power series of the incomplete beta function: I_x(a, b) = x^a y^b / (a B(a, b)) S with
+/// S = 1 + x (a + b) / (a + 1) + x^2 (a + b) (a + b + 1) / ((a + 1) (a + 2)) + ...
+/// Returns 0, or 4 (with the level and the routine name "beta_Iabx") where a million terms do not
+/// suffice.
+int beta_Iabx(double a, double b, double x, double* S);
+
+/// Continued fraction of the incomplete beta function for a, b > 1 (Didonato & Morris 1992,
+/// equation 9): I_x(a, b) = x^a y^b / B(a, b) J, with margin = a y - b x >= 0. Returns 0, or 4
+/// (with the level and the routine name "beta_Jabx") at its cap.
+int beta_Jabx(double a, double b, double x, double y, double margin, double* J);
+
+}  // namespace vela::kernels
+
+#endif
