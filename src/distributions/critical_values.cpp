@@ -1,0 +1,54 @@
+#include "vela/critical_values.hpp"
+
+#include "conventions/call_frame.hpp"
+#include "distributions/normal.hpp"
+#include "distributions/t.hpp"
+#include "kernels/guarded.hpp"
+
+namespace vela {
+namespace distributions {
+namespace {
+
+/// Lower-tail probability of the critical value of a symmetric distribution at level alpha.
+double symmetric_probability(double alpha, EAlternative alternative) {
+    switch (alternative) {
+        case EAlternative::LowerTailed:
+        case EAlternative::UpperTailed: return 1.0 - alpha;
+        case EAlternative::TwoSided: return 1.0 - alpha / 2.0;
+    }
+    return 0.0;
+}
+
+double normal_crit_value(double alpha, EAlternative alternative) {
+    return normal_inv_cdf(symmetric_probability(alpha, alternative), 0.0, 1.0);
+}
+
+double t_crit_value(double alpha, double df, EAlternative alternative, int k) {
+    const double level = alpha / static_cast<double>(k);
+    return t_inv_cdf(symmetric_probability(level, alternative), df, 0.0);
+}
+
+double t_sidak_crit_value(double alpha, double df, EAlternative alternative, int k) {
+    const double level = 1.0 - kernels::safe_pow(1.0 - alpha, 1.0 / static_cast<double>(k));
+    return t_inv_cdf(symmetric_probability(level, alternative), df, 0.0);
+}
+
+}  // namespace
+}  // namespace distributions
+
+using conventions::call;
+using enum conventions::MissingInput;
+
+double NormalCritValue(double alpha, EAlternative alternative) {
+    return call<kGivesMissing>(distributions::normal_crit_value, alpha, alternative);
+}
+
+double TCritValue(double alpha, double df, EAlternative alternative, int k) {
+    return call<kGivesMissing>(distributions::t_crit_value, alpha, df, alternative, k);
+}
+
+double TSidakCritValue(double alpha, double df, EAlternative alternative, int k) {
+    return call<kGivesMissing>(distributions::t_sidak_crit_value, alpha, df, alternative, k);
+}
+
+}  // namespace vela
