@@ -1,0 +1,58 @@
+// What the bracket around every exported distribution call costs. A call with next to no work of
+// its own (the normal tail at the mean) is compared with an exported call that has no bracket.
+
+#include "rows.hpp"
+#include "vela/floating_point.hpp"
+#include "vela/missing_value.hpp"
+#include "vela/normal.hpp"
+
+#include <thread>
+
+namespace bench {
+namespace {
+
+constexpr int kCalls = 256;
+
+template <class Call>
+void measure(benchmark::State& state, Call call) {
+    double x = 1.5;
+    for (auto _ : state) {
+        for (int i = 0; i < kCalls; ++i) {
+            benchmark::DoNotOptimize(x);
+            benchmark::DoNotOptimize(call(x));
+        }
+    }
+    state.counters[kCallsCounter] = kCalls;
+}
+
+bool plain_call(double x) { return vela::IsNaN(x); }
+
+double bracketed_call(double x) { return vela::NormalCdf(x, x, 1.0, false); }
+
+int both_states(double /*unused*/) {
+    vela::SetKroFpuStates();
+    vela::ResetFpuStates();
+    return 0;
+}
+
+template <class Body>
+void add(RowOrder& rows, const std::string& row, Body body) {
+    rows.push_back(row);
+    benchmark::RegisterBenchmark((row + "/vela").c_str(), body);
+}
+
+}  // namespace
+
+void on_unregistered_thread(const std::function<void()>& body) { std::thread(body).join(); }
+
+void add_bracket_rows(RowOrder& rows) {
+    add(rows, kPlainCallRow, [](benchmark::State& state) { measure(state, plain_call); });
+    add(rows, kRegisteredCallRow, [](benchmark::State& state) { measure(state, bracketed_call); });
+    add(rows, kUnregisteredCallRow, [](benchmark::State& state) {
+        on_unregistered_thread([&] { measure(state, bracketed_call); });
+    });
+    add(rows, "SetKroFpuStates and ResetFpuStates",
+        [](benchmark::State& state) { measure(state, both_states); });
+}
+
+}  // namespace bench

@@ -1,0 +1,128 @@
+#include "ratio_table.hpp"
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+namespace bench {
+namespace {
+
+// A peer this far from us computes something else, or has run out of digits: its speed says little,
+// so it is the best peer only where no other is.
+constexpr double kSuspiciousDifference = 1e-6;
+
+double median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    const std::size_t half = values.size() / 2;
+    return values.size() % 2 == 1 ? values[half] : 0.5 * (values[half - 1] + values[half]);
+}
+
+std::string group_of(const std::string& row) { return row.substr(0, row.find(',')); }
+
+}  // namespace
+
+RatioTable::RatioTable(RowOrder rows, std::vector<std::string> implementations)
+    : rows_(std::move(rows)), implementations_(std::move(implementations)) {}
+
+bool RatioTable::ReportContext(const Context& context) {
+    PrintBasicContext(&GetErrorStream(), context);
+    return true;
+}
+
+void RatioTable::ReportRuns(const std::vector<Run>& runs) {
+    for (const Run& run : runs) {
+        if (run.run_type != Run::RT_Iteration || run.error_occurred) {
+            continue;
+        }
+        // Processor time, not elapsed time: what else runs on the machine counts less.
+        Cell& cell = cells_[run.run_name.function_name];
+        cell.nanoseconds.push_back(run.GetAdjustedCPUTime() / run.counters.at(kCallsCounter).value);
+        const auto difference = run.counters.find(kDifferenceCounter);
+        cell.difference = difference == run.counters.end() ? 0.0 : difference->second.value;
+    }
+}
+
+void RatioTable::Finalize() {
+    std::erase_if(rows_, [this](const std::string& row) {
+        return std::none_of(implementations_.begin(), implementations_.end(),
+                            [&](const std::string& name) { return find(row, name) != nullptr; });
+    });
+    print_rows();
+    print_groups();
+    print_bracket();
+}
+
+const RatioTable::Cell* RatioTable::find(const std::string& row,
+                                         const std::string& implementation) const {
+    const auto cell = cells_.find(row + "/" + implementation);
+    return cell == cells_.end() ? nullptr : &cell->second;
+}
+
+std::optional<double> RatioTable::time(const std::string& row,
+                                       const std::string& implementation) const {
+    const Cell* cell = find(row, implementation);
+    return cell == nullptr ? std::nullopt : std::optional(median(cell->nanoseconds));
+}
+
+std::optional<double> RatioTable::ratio_to_best_peer(const std::string& row) const {
+    std::optional<std::pair<bool, double>> best;  // suspicious peers sort behind the others
+    for (std::size_t i = 1; i < implementations_.size(); ++i) {
+        if (const Cell* cell = find(row, implementations_[i])) {
+            const std::pair candidate(!(cell->difference <= kSuspiciousDifference),
+                                      median(cell->nanoseconds));
+            best = best ? std::min(*best, candidate) : candidate;
+        }
+    }
+    const std::optional<double> ours = time(row, implementations_.front());
+    return best && ours ? std::optional(*ours / best->second) : std::nullopt;
+}
+
+void RatioTable::print_rows() {
+    std::printf("\n%-46s", "ns per call; per element in array rows");
+    for (const std::string& name : implementations_) {
+        std::printf("%12s ", name.c_str());
+    }
+    std::printf("%8s\n", "ratio");
+    for (const std::string& row : rows_) {
+        std::printf("%-46s", row.c_str());
+        for (const std::string& name : implementations_) {
+            if (const Cell* cell = find(row, name)) {
+                const bool suspicious = !(cell->difference <= kSuspiciousDifference);
+                std::printf("%12.1f%c", median(cell->nanoseconds), suspicious ? '*' : ' ');
+            } else {
+                std::printf("%12s ", "-");
+            }
+        }
+        const auto ratio = ratio_to_best_peer(row);
+        ratio ? std::printf("%8.2f\n", *ratio) : std::printf("%8s\n", "-");
+    }
+    std::printf("* differs from our result by more than %g somewhere in the row\n",
+                kSuspiciousDifference);
+}
+
+void RatioTable::print_groups() {
+    std::map<std::string, std::vector<double>> groups;
+    for (const std::string& row : rows_) {
+        if (const auto ratio = ratio_to_best_peer(row)) {
+            groups[group_of(row)].push_back(*ratio);
+        }
+    }
+    std::printf("\n%-46s%12s %12s\n", "ratio to the best peer", "median", "worst");
+    for (const auto& [group, ratios] : groups) {
+        std::printf("%-46s%12.2f %12.2f\n", group.c_str(), median(ratios),
+                    *std::max_element(ratios.begin(), ratios.end()));
+    }
+}
+
+void RatioTable::print_bracket() {
+    const std::string& ours = implementations_.front();
+    const auto plain = time(kPlainCallRow, ours);
+    const auto registered = time(kRegisteredCallRow, ours);
+    const auto unregistered = time(kUnregisteredCallRow, ours);
+    if (plain && registered && unregistered) {
+        std::printf("\nBracket: %.1f ns on a registered thread, %.1f ns on another\n",
+                    *registered - *plain, *unregistered - *plain);
+    }
+}
+
+}  // namespace bench
