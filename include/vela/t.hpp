@@ -20,6 +20,10 @@ namespace vela {
 /// @param df             > 0
 /// @param noncentrality  finite
 /// @return density >= 0; NaN for invalid parameters and for NaN
+/// @accuracy relative, densities down to 1e-280: central 2e-15 over df 0.01 to 1e8; noncentral
+/// 3e-13
+///           over df 1e-3 to 1e8 and |noncentrality| up to 9e7, beyond which the result is NaN
+/// @see Johnson, Kotz & Balakrishnan (1995), Continuous Univariate Distributions 2, ch. 28 and 31
 VELA_API double TPdf(double t, double df, double noncentrality);
 VELA_API void TPdf(double* out, const double* t, std::size_t n, double df, double noncentrality);
 
@@ -42,6 +46,9 @@ VELA_API void TCdf(double* out, const double* t, std::size_t n, double df, doubl
 /// @param noncentrality  finite
 /// @return the quantile; NaN for p outside (0, 1), for invalid parameters, and where it exceeds the
 ///         range of a double
+/// @accuracy TCdf() of the result is p to 1.3e-13 relative in the smaller tail, measured down to
+///           p = 1e-280 over df 0.01 to 1e8
+/// @see Hill (1970), Algorithm 396: Student's t-quantiles, CACM 13, for the start
 VELA_API double TInvCdf(double p, double df, double noncentrality);
 VELA_API void TInvCdf(double* out, const double* p, std::size_t n, double df, double noncentrality);
 

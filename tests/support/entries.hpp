@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,9 @@ struct Entry {
     std::function<void(double* out, const double* x, std::size_t n, const Arguments&)> array;
 
     bool has_tail_flag() const { return domains.back() == Domain::kFlag; }
+    friend std::ostream& operator<<(std::ostream& stream, const Entry& entry) {
+        return stream << entry.name;
+    }
 };
 
 const std::vector<Entry>& entries();
