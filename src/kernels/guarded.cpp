@@ -12,7 +12,7 @@ const double exp_overflow_bound = std::nextafter(std::log(1.7976931348623157e308
 void throw_float_overflow() { throw std::runtime_error("float overflow"); }
 
 double safe_sqrt(double x) {
-    if (!(x >= 0.0)) {
+    if (!std::isgreaterequal(x, 0.0)) {  // quiet: NaN has its own message
         throw std::invalid_argument("sqrt of a negative argument");
     }
     return std::sqrt(x);
@@ -29,7 +29,7 @@ double safe_log(double x) {
     if (x == 0.0) {
         throw_float_overflow();
     }
-    if (!(x > 0.0)) {
+    if (!std::isgreater(x, 0.0)) {
         throw std::invalid_argument("log of a negative argument");
     }
     return std::log(x);
