@@ -3,26 +3,37 @@
 
 namespace vela::descriptive {
 
-/// Compensated accumulator. The value read back is the sum alone: the compensation is never folded
-/// in at the end.
-class KahanSum {
-public:
-    KahanSum() = default;
-    explicit KahanSum(double start) : m_sum(start) {}
+/// Two doubles side by side: every operation is that of doubles, element by element, in one
+/// instruction where there is one.
+using Pair [[gnu::vector_size(16)]] = double;
 
-    void add(double term) {
-        const double corrected = m_compensation + term;
-        const double sum = m_sum + corrected;
+/// Compensated accumulator of doubles or pairs. The value read back is the sum alone: the
+/// compensation is never folded in at the end.
+///
+/// The four operations of a step depend on one another and on those of the step before, so a sum
+/// costs their latency; accumulators that have no result in common fill each other's gaps.
+template <class Value>
+class Kahan {
+public:
+    Kahan() = default;
+    explicit Kahan(Value start) : m_sum(start) {}
+
+    void add(Value term) {
+        const Value corrected = m_compensation + term;
+        const Value sum = m_sum + corrected;
         m_compensation = corrected - (sum - m_sum);
         m_sum = sum;
     }
 
-    double value() const { return m_sum; }
+    Value value() const { return m_sum; }
 
 private:
-    double m_sum = 0.0;
-    double m_compensation = 0.0;
+    Value m_sum{};
+    Value m_compensation{};
 };
+
+using KahanSum = Kahan<double>;
+using KahanPair = Kahan<Pair>;
 
 }  // namespace vela::descriptive
 

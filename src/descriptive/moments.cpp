@@ -2,29 +2,67 @@
 
 #include "conventions/quiet_nan.hpp"
 #include "descriptive/kahan.hpp"
+#include "descriptive/known_divisor.hpp"
+#include "descriptive/mean_and_variance.hpp"
+#include "descriptive/running_mean.hpp"
 
 namespace vela::v1 {
 
 using conventions::kNaN;
 using descriptive::KahanSum;
 
-void GetSampleMeanAndVariance(const double* x, unsigned int n, double* mean, double* variance) {
+SecondSampleMoments::SecondSampleMoments()
+    : variance(kNaN), sumOfSquares(kNaN), mean(kNaN), sum(kNaN), count(0) {}
+SecondSampleMoments::SecondSampleMoments(const SecondSampleMoments& other) = default;
+SecondSampleMoments::SecondSampleMoments(SecondSampleMoments&& other) noexcept = default;
+SecondSampleMoments& SecondSampleMoments::operator=(const SecondSampleMoments& other) = default;
+SecondSampleMoments& SecondSampleMoments::operator=(SecondSampleMoments&& other) noexcept = default;
+
+double GetSampleMean(const double* x, unsigned int n) {
     if (n == 0) {
-        *mean = kNaN;
-        *variance = kNaN;
-        return;
+        return kNaN;
     }
-    KahanSum runningMean(x[0]);
+    return descriptive::with_fastest_divisor([=]<class Divisor>() {
+        descriptive::GuessedRunningMean mean(x[0]);
+        for (unsigned int i = 1; i < n; ++i) {
+            mean.add(x[i] - mean.value(), Divisor(static_cast<double>(i) + 1.0));
+        }
+        return mean.value();
+    });
+}
+
+void GetSampleMeanAndVariance(const double* x, unsigned int n, double* mean, double* variance) {
+    const auto [result] = descriptive::means_and_variances<1>({{{x, n}}});
+    *mean = result.mean;
+    *variance = result.variance;
+}
+
+double GetSampleVariance(const double* x, unsigned int n) {
+    return descriptive::means_and_variances<1>({{{x, n}}})[0].variance;
+}
+
+double GetSampleVariance(const double* x, unsigned int n, double center) {
+    if (n < 2) {
+        return n == 0 ? kNaN : 0.0;
+    }
     KahanSum squares;
-    for (unsigned int i = 1; i < n; ++i) {
-        const double before = i;
-        const double d = x[i] - runningMean.value();
-        const double q = d / (before + 1.0);
-        runningMean.add(q);
-        squares.add(before * q * d);
+    KahanSum deviations;
+    for (unsigned int i = 0; i < n; ++i) {
+        const double deviation = x[i] - center;
+        squares.add(deviation * deviation);
+        deviations.add(deviation);
     }
-    *mean = runningMean.value();
-    *variance = n == 1 ? 0.0 : squares.value() / (static_cast<double>(n) - 1.0);
+    const double count = n;
+    return (squares.value() - deviations.value() * deviations.value() / count) / (count - 1.0);
+}
+
+void GetSecondSampleMoments(SecondSampleMoments* record, const double* x) {
+    const auto [result] = descriptive::means_and_variances<1>({{{x, record->count}}});
+    const double count = record->count;
+    record->mean = result.mean;
+    record->sum = count * result.mean;
+    record->variance = result.variance;
+    record->sumOfSquares = (count - 1.0) * result.variance + count * result.mean * result.mean;
 }
 
 }  // namespace vela::v1

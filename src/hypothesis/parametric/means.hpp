@@ -2,10 +2,10 @@
 #define VELA_HYPOTHESIS_PARAMETRIC_MEANS_HPP
 
 #include "conventions/call_frame.hpp"
+#include "descriptive/mean_and_variance.hpp"
 #include "distributions/normal.hpp"
 #include "distributions/t.hpp"
 #include "hypothesis/interval.hpp"
-#include "vela/v1/moments.hpp"
 
 #include <cmath>
 #include <cstdint>
@@ -82,10 +82,15 @@ inline double standard_error(double stDev, std::uint32_t count) {
     return stDev / std::sqrt(static_cast<double>(count));
 }
 
+inline void write_summary(const descriptive::MeanAndVariance& summary, double* mean,
+                          double* stDev) {
+    *mean = summary.mean;
+    *stDev = std::sqrt(summary.variance);
+}
+
 inline void summarize(const double* x, std::uint32_t count, double* mean, double* stDev) {
-    double variance = 0.0;
-    v1::GetSampleMeanAndVariance(x, count, mean, &variance);
-    *stDev = std::sqrt(variance);
+    const auto [summary] = descriptive::means_and_variances<1>({{{x, count}}});
+    write_summary(summary, mean, stDev);
 }
 
 }  // namespace vela::hypothesis

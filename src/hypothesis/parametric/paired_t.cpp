@@ -8,6 +8,8 @@
 namespace vela::v0 {
 
 using conventions::QuietArithmetic;
+using descriptive::MeanAndVariance;
+using descriptive::means_and_variances;
 using hypothesis::Comparison;
 using hypothesis::TReference;
 
@@ -18,21 +20,30 @@ Comparison<TReference> compare(PairedT* record) {
     return {record->meanDiff, record->seMeanDiff, {static_cast<double>(record->count) - 1.0}};
 }
 
-/// Every summary field from the data.
+void write_samples(PairedT* record, const MeanAndVariance& first, const MeanAndVariance& second) {
+    hypothesis::write_summary(first, &record->mean1, &record->stDev1);
+    hypothesis::write_summary(second, &record->mean2, &record->stDev2);
+    record->seMean1 = hypothesis::standard_error(record->stDev1, record->count);
+    record->seMean2 = hypothesis::standard_error(record->stDev2, record->count);
+}
+
+/// Every summary field from the data; those of the two samples also without memory for the
+/// differences.
 int summarize_pairs(PairedT* record, const double* x, const double* y) {
     const std::uint32_t count = record->count;
-    hypothesis::summarize(x, count, &record->mean1, &record->stDev1);
-    hypothesis::summarize(y, count, &record->mean2, &record->stDev2);
-    record->seMean1 = hypothesis::standard_error(record->stDev1, count);
-    record->seMean2 = hypothesis::standard_error(record->stDev2, count);
     const std::unique_ptr<double[]> differences(new (std::nothrow) double[count]);
     if (!differences) {
+        const auto [first, second] = means_and_variances<2>({{{x, count}, {y, count}}});
+        write_samples(record, first, second);
         return conventions::kOutOfMemory;
     }
     for (std::uint32_t i = 0; i < count; ++i) {
         differences[i] = x[i] - y[i];
     }
-    hypothesis::summarize(differences.get(), count, &record->meanDiff, &record->stDevDiff);
+    const auto [first, second, difference] =
+        means_and_variances<3>({{{x, count}, {y, count}, {differences.get(), count}}});
+    write_samples(record, first, second);
+    hypothesis::write_summary(difference, &record->meanDiff, &record->stDevDiff);
     return conventions::kSuccess;
 }
 

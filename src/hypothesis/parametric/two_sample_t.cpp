@@ -43,8 +43,10 @@ Comparison<TReference> compare(TwoSampleT* record, bool pooled) {
 }
 
 void summarize_samples(TwoSampleT* record, const double* x1, const double* x2) {
-    hypothesis::summarize(x1, record->count1, &record->mean1, &record->stDev1);
-    hypothesis::summarize(x2, record->count2, &record->mean2, &record->stDev2);
+    const auto [first, second] =
+        descriptive::means_and_variances<2>({{{x1, record->count1}, {x2, record->count2}}});
+    hypothesis::write_summary(first, &record->mean1, &record->stDev1);
+    hypothesis::write_summary(second, &record->mean2, &record->stDev2);
 }
 
 }  // namespace

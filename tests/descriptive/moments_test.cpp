@@ -1,0 +1,432 @@
+#include "vela/v1/moments.hpp"
+#include "descriptive/known_divisor.hpp"
+#include "descriptive/mean_and_variance.hpp"
+#include "support/csv.hpp"
+#include "support/equality.hpp"
+#include "vela/v0/correlation.hpp"
+#include "vela/v1/correlation.hpp"
+#include "vela/v2/geometric_mean.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <bit>
+#include <cfenv>
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <map>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace vela::test {
+namespace {
+
+using Values = std::vector<double>;
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+unsigned int size(const Values& x) { return static_cast<unsigned int>(x.size()); }
+
+Values parse_list(const std::string& text) {
+    Values values;
+    for (const std::string& field : split(text, ' ')) {
+        if (!field.empty()) {
+            values.push_back(parse_double(field));
+        }
+    }
+    return values;
+}
+
+std::map<std::string, Values> read_data_sets() {
+    std::map<std::string, Values> sets = {{"empty", {}}};
+    for (const Row& row : read_csv("datasets.csv")) {
+        sets[row.at(0)] = parse_list(row.at(2));
+    }
+    for (const Row& row : read_csv("generated.csv")) {
+        std::uint64_t state = std::stoull(row.at(2));
+        Values values(std::stoul(row.at(1)));
+        for (double& value : values) {
+            state = state * 6364136223846793005U + 1442695040888963407U;
+            const auto draw = static_cast<double>((state >> 33U) % std::stoull(row.at(3)));
+            value = parse_double(row.at(5)) + parse_double(row.at(4)) * draw;
+        }
+        sets[row.at(0)] = values;
+    }
+    return sets;
+}
+
+/// One call of descriptive.csv, and what it gave by the name of the result.
+struct Call {
+    const Values& x;
+    const Values& y;
+    std::map<std::string, double> arguments;
+    std::map<std::string, Values> results;
+
+    unsigned int n() const { return size(x); }
+    double& result(const std::string& name) {
+        return results.insert({name, Values(1, kNaN)}).first->second[0];
+    }
+    void returns(double value) { result("value") = value; }
+};
+
+const std::map<std::string, std::function<void(Call&)>> kFunctions = {
+    {"GetSum", [](Call& c) { c.returns(v1::GetSum(c.x.data(), c.n())); }},
+    {"GetCumulativeSums",
+     [](Call& c) {
+         Values& out = c.results["out"] = c.x;
+         v1::GetCumulativeSums(out.data(), c.n(), out.data());
+     }},
+    {"GetProportions",
+     [](Call& c) {
+         Values& out = c.results["out"] = c.x;
+         c.returns(v1::GetProportions(out.data(), c.n(), out.data()));
+     }},
+    {"GetSampleMean", [](Call& c) { c.returns(v1::GetSampleMean(c.x.data(), c.n())); }},
+    {"GetSampleVariance",
+     [](Call& c) {
+         c.returns(c.arguments.contains("center")
+                       ? v1::GetSampleVariance(c.x.data(), c.n(), c.arguments["center"])
+                       : v1::GetSampleVariance(c.x.data(), c.n()));
+     }},
+    {"GetSampleMeanAndVariance",
+     [](Call& c) {
+         v1::GetSampleMeanAndVariance(c.x.data(), c.n(), &c.result("mean"), &c.result("variance"));
+     }},
+    {"GetCenteredOrderKPowerSums",
+     [](Call& c) {
+         const auto k = static_cast<unsigned int>(c.arguments["k"]);
+         Values& out = c.results["out"] = Values(k, -1.0);
+         c.result("status") = v1::GetCenteredOrderKPowerSums(c.x.data(), c.n(), out.data(), k);
+     }},
+    {"GetKroSkewnessAndKurtosis",
+     [](Call& c) {
+         v1::GetKroSkewnessAndKurtosis(c.x.data(), c.n(), &c.result("skewness"),
+                                       &c.result("kurtosis"));
+     }},
+    {"GetSecondSampleMoments",
+     [](Call& c) {
+         v1::SecondSampleMoments record;
+         record.count = c.n();
+         v1::GetSecondSampleMoments(&record, c.x.data());
+         c.result("mean") = record.mean;
+         c.result("variance") = record.variance;
+         c.result("sum") = record.sum;
+         c.result("sumOfSquares") = record.sumOfSquares;
+     }},
+    {"GetGeometricMean", [](Call& c) { c.returns(v2::GetGeometricMean(c.x.data(), c.n())); }},
+    {"GetCovariance",
+     [](Call& c) {
+         c.returns(v1::GetCovariance(c.x.data(), c.y.data(), c.n(), &c.result("varianceX"),
+                                     &c.result("varianceY")));
+     }},
+    {"GetPearsonCorrelation",
+     [](Call& c) { c.returns(v1::GetPearsonCorrelation(c.x.data(), c.y.data(), c.n())); }},
+    {"GetSpearmanCorrelation",
+     [](Call& c) {
+         int status = -1;
+         c.returns(v1::GetSpearmanCorrelation(c.x.data(), c.y.data(), c.n(), &status));
+         c.result("status") = status;
+     }},
+    {"GetKroCorrelationPValue",
+     [](Call& c) {
+         const auto n = static_cast<unsigned int>(c.arguments["n"]);
+         c.returns(v0::GetKroCorrelationPValue(c.arguments["r"], n));
+     }},
+};
+
+TEST(Moments, AgreeWithExactArithmetic) {
+    const auto sets = read_data_sets();
+    std::map<std::string, Values> results;
+    for (const Row& row : read_csv("descriptive.csv")) {
+        if (!row.at(0).empty()) {
+            const auto names = split(row.at(2), ';');
+            const Values none;
+            Call call{names[0].empty() ? none : sets.at(names[0]),
+                      names.size() < 2 ? none : sets.at(names[1]),
+                      {},
+                      {}};
+            for (const std::string& pair : split(row.at(3), ';')) {
+                if (!pair.empty()) {
+                    const auto parts = split(pair, '=');
+                    call.arguments[parts.at(0)] = parse_double(parts.at(1));
+                }
+            }
+            kFunctions.at(row[0])(call);
+            results = call.results;
+        }
+        const Values expected = parse_list(row.at(5));
+        const Values tolerances = parse_list(row.at(6));
+        const Values& got = results.at(row.at(4));
+        ASSERT_EQ(got.size(), expected.size()) << row[1];
+        for (std::size_t i = 0; i < got.size(); ++i) {
+            const double tolerance = tolerances[std::min(i, tolerances.size() - 1)];
+            EXPECT_TRUE(same_bits(got[i], expected[i]) ||
+                        std::fabs(got[i] - expected[i]) <= tolerance)
+                << row[1] << " " << row[4] << "[" << i << "] is " << testing::PrintToString(got[i])
+                << ", expected " << testing::PrintToString(expected[i]) << " within " << tolerance;
+        }
+    }
+}
+
+TEST(Moments, KeepTheDigitsOfCertifiedData) {
+    // In NumAcc3 and NumAcc4 the decimal data are not doubles, which costs the difference.
+    const struct {
+        const char* name;
+        double mean;
+        double stDev;
+        double stDevDigits;
+    } kSets[] = {{"lew", -177.435, 277.332168044316, 13},
+                 {"michelso", 299.8524, 0.0790105478190518, 13},
+                 {"pidigits", 4.5348, 2.86733906028871, 13},
+                 {"numacc1", 10000002, 1, 13},
+                 {"numacc2", 1.2, 0.1, 13},
+                 {"numacc3", 1000000.2, 0.1, 9},
+                 {"numacc4", 10000000.2, 0.1, 8}};
+    for (const auto& set : kSets) {
+        Values x;
+        for (const Row& row : read_csv(std::string("certified/") + set.name + ".csv")) {
+            x.push_back(parse_double(row.at(0)));
+        }
+        double mean = 0.0;
+        double variance = 0.0;
+        v1::GetSampleMeanAndVariance(x.data(), size(x), &mean, &variance);
+        EXPECT_TRUE(within_relative(mean, set.mean, 1e-14)) << set.name;
+        EXPECT_TRUE(
+            within_relative(std::sqrt(variance), set.stDev, std::pow(10.0, -set.stDevDigits)))
+            << set.name;
+    }
+}
+
+/// The algorithms as they are defined, one operation after the other.
+class PlainSum {
+public:
+    explicit PlainSum(double start = 0.0) : sum(start) {}
+    void add(double t) {
+        const double y = c + t;
+        const double u = sum + y;
+        c = y - (u - sum);
+        sum = u;
+    }
+    double sum;
+
+private:
+    double c = 0.0;
+};
+
+/// Mean, M2, M3, M4.
+Values plain_power_sums(const Values& x) {
+    PlainSum m(x[0]);
+    PlainSum m2;
+    PlainSum m3;
+    PlainSum m4;
+    for (std::uint32_t k = 1; k < x.size(); ++k) {
+        const double i = k;
+        const double d = x[k] - m.sum;
+        const double q = d / (i + 1.0);
+        const double t = i * q * d;
+        m.add(q);
+        m4.add((static_cast<double>((k - 1U) * k) + 1.0) * t * q * q + 6.0 * m2.sum * q * q -
+               4.0 * m3.sum * q);
+        m3.add(((i - 1.0) * t - 3.0 * m2.sum) * q);
+        m2.add(t);
+    }
+    return {m.sum, m2.sum, m3.sum, m4.sum};
+}
+
+/// Samples that take every branch of the faster loops: guesses that fail often (mean near 0), tiny
+/// and not finite deviations, overflow, ties with the mean, a wrapping product.
+std::vector<Values> hard_samples() {
+    std::mt19937_64 bits(4711);
+    const auto uniform = [&] { return static_cast<double>(bits() >> 11U) * 0x1p-53; };
+    const auto any_double = [&] { return std::bit_cast<double>(bits()); };
+    const std::function<double()> kSources[] = {
+        [&] { return 100.0 + uniform(); },
+        [&] { return uniform() - 0.5; },
+        [&] { return std::floor(5.0 * uniform()); },
+        [&] { return std::ldexp(uniform() - 0.5, static_cast<int>(bits() % 80U)); },
+        [&] { return std::ldexp(uniform() - 0.5, -1060); },
+        [&] { return std::ldexp(uniform() - 0.5, -800); },
+        [&] { return std::ldexp(uniform(), 1023); },
+        [&] { return bits() % 4U == 0U ? -0.0 : 0.0; },
+        [&] { return bits() % 50U == 0U ? kInfinity : uniform(); },
+        [&] { return bits() % 50U == 0U ? kNaN : uniform(); },
+        any_double,
+    };
+    std::vector<Values> samples;
+    for (const auto& source : kSources) {
+        for (const std::size_t n : {1U, 2U, 3U, 4U, 5U, 17U, 64U, 1000U}) {
+            samples.emplace_back(n);
+            std::generate(samples.back().begin(), samples.back().end(), source);
+        }
+    }
+    samples.emplace_back(70'000);
+    std::generate(samples.back().begin(), samples.back().end(), uniform);
+    return samples;
+}
+
+void expect_results_of_plain_loops(const Values& x) {
+    SCOPED_TRACE(testing::Message() << x.size() << " values from " << x[0]);
+    const Values expected = plain_power_sums(x);
+    Values sums(4);
+    v1::GetCenteredOrderKPowerSums(x.data(), size(x), sums.data(), 4);
+    EXPECT_TRUE(std::equal(sums.begin(), sums.end(), expected.begin(), same_bits));
+
+    double mean = 0.0;
+    double variance = 0.0;
+    v1::GetSampleMeanAndVariance(x.data(), size(x), &mean, &variance);
+    EXPECT_TRUE(same_bits(mean, expected[0]));
+    EXPECT_TRUE(same_bits(variance, x.size() == 1 ? 0.0 : expected[1] / (size(x) - 1.0)));
+    EXPECT_TRUE(same_bits(v1::GetSampleMean(x.data(), size(x)), expected[0]));
+
+    PlainSum sum;
+    Values cumulative(x.size());
+    v1::GetCumulativeSums(x.data(), size(x), cumulative.data());
+    const auto is_next = [&](double value, double got) {
+        sum.add(value);
+        return same_bits(got, sum.sum);
+    };
+    EXPECT_TRUE(std::equal(x.begin(), x.end(), cumulative.begin(), is_next));
+    EXPECT_TRUE(same_bits(v1::GetSum(x.data(), size(x)), sum.sum));
+}
+
+TEST(Moments, AreThoseOfThePlainLoopsBitForBit) {
+    // The faster division is for rounding to nearest; the other direction takes the plain one.
+    for (const int direction : {FE_TONEAREST, FE_UPWARD}) {
+        std::fesetround(direction);
+        for (const Values& x : hard_samples()) {
+            expect_results_of_plain_loops(x);
+        }
+    }
+    std::fesetround(FE_TONEAREST);
+}
+
+TEST(Moments, OfSamplesTogetherAreThoseOfEachAlone) {
+    const auto samples = hard_samples();
+    const auto expect_alone = [](const descriptive::MeanAndVariance& got, const Values& x) {
+        double mean = 0.0;
+        double variance = 0.0;
+        v1::GetSampleMeanAndVariance(x.data(), size(x), &mean, &variance);
+        EXPECT_TRUE(same_bits(got.mean, mean) && same_bits(got.variance, variance)) << x.size();
+    };
+    const Values none;
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        const Values* three[] = {&samples[i], &samples[(i + 3) % samples.size()],
+                                 i % 5 == 0 ? &none : &samples[(i + 13) % samples.size()]};
+        const auto got =
+            descriptive::means_and_variances<3>({{{three[0]->data(), size(*three[0])},
+                                                  {three[1]->data(), size(*three[1])},
+                                                  {three[2]->data(), size(*three[2])}}});
+        for (std::size_t k = 0; k < 3; ++k) {
+            expect_alone(got[k], *three[k]);
+        }
+    }
+}
+
+__extension__ using Wide = unsigned __int128;
+
+/// A dividend whose quotient by an odd divisor is as close to the midpoint of two doubles as any:
+/// midpoint * divisor = dividend * 2^shift + 1, with a midpoint of 54 bits.
+double hardest_dividend(std::uint64_t divisor, std::uint64_t seed) {
+    const auto shift = static_cast<unsigned>(std::bit_width(divisor)) + 1U;
+    std::uint64_t inverse = divisor;  // modulo 2^64, by Newton's iteration
+    for (int i = 0; i < 6; ++i) {
+        inverse *= 2U - divisor * inverse;
+    }
+    const std::uint64_t low = (std::uint64_t{1} << shift) - 1U;
+    const std::uint64_t high = (std::uint64_t{1} << 53U) | (seed >> 11U);
+    const std::uint64_t midpoint = (high & ~low) | (inverse & low);
+    const Wide product = static_cast<Wide>(midpoint) * divisor - 1U;
+    return static_cast<double>(static_cast<std::uint64_t>(product >> shift));
+}
+
+TEST(KnownDivisor, FusedQuotientIsTheRoundedQuotient) {
+    std::mt19937_64 bits(1965);
+    const auto expect_same = [](double dividend, double divisor) {
+        const descriptive::FusedDivisor fused(divisor);
+        const double expected = dividend / divisor;
+        const descriptive::Pair pair = fused.quotient(descriptive::Pair{dividend, -dividend});
+        ASSERT_TRUE(same_bits(fused.quotient(dividend), expected) && same_bits(pair[0], expected) &&
+                    same_bits(pair[1], -expected))
+            << testing::PrintToString(dividend) << " / " << divisor;
+    };
+    const double kEdges[] = {0.0,      kNaN,     kInfinity, 5e-324,   0x1p-1022,
+                             0x1p-801, 0x1p-800, 0x1p-799,  0x1p1023, 0x1.fffffffffffffp1023};
+    for (int i = 0; i < 200'000; ++i) {
+        const std::uint64_t divisor =
+            i < 20'000 ? 2U + static_cast<unsigned>(i)
+                       : std::max<std::uint64_t>(2U, (bits() >> 32U) >> bits() % 20U);
+        const auto y = static_cast<double>(divisor);
+        expect_same(std::bit_cast<double>(bits()), y);
+        expect_same(kEdges[static_cast<std::size_t>(i) % std::size(kEdges)], y);
+        expect_same(hardest_dividend(divisor | 1U, bits()), static_cast<double>(divisor | 1U));
+    }
+    expect_same(1.0, 0x1p32);
+}
+
+TEST(Moments, OfTooFewValuesAreNaN) {
+    double first = 0.0;
+    double second = 0.0;
+    EXPECT_TRUE(std::isnan(v1::GetSum(nullptr, 0)));
+    EXPECT_TRUE(std::isnan(v1::GetProportions(nullptr, 0, nullptr)));
+    EXPECT_TRUE(std::isnan(v1::GetSampleMean(nullptr, 0)));
+    EXPECT_TRUE(std::isnan(v1::GetSampleVariance(nullptr, 0)));
+    EXPECT_TRUE(std::isnan(v1::GetSampleVariance(nullptr, 0, 1.0)));
+    EXPECT_TRUE(std::isnan(v2::GetGeometricMean(nullptr, 0)));
+    EXPECT_EQ(v1::GetCenteredOrderKPowerSums(nullptr, 0, nullptr, 0), 0);
+    v1::GetCumulativeSums(nullptr, 0, nullptr);
+    v1::GetKroSkewnessAndKurtosis(nullptr, 0, &first, &second);
+    EXPECT_TRUE(std::isnan(first) && std::isnan(second));
+
+    const double one[] = {kNaN};
+    EXPECT_EQ(v1::GetSampleVariance(one, 1), 0.0);
+    EXPECT_EQ(v1::GetSampleVariance(one, 1, 3.0), 0.0);
+}
+
+TEST(Moments, OutputsMayOverlapTheData) {
+    const Values x = {3.0, -1.0, 4.0, 1.5, 9.0};
+    Values inPlace = x;
+    Values apart = x;
+    v1::GetSampleMeanAndVariance(x.data(), 5, &apart[0], &apart[1]);
+    v1::GetSampleMeanAndVariance(inPlace.data(), 5, &inPlace[0], &inPlace[1]);
+    EXPECT_EQ(inPlace, apart);
+    inPlace = x;
+    v1::GetCenteredOrderKPowerSums(x.data(), 5, apart.data(), 5);
+    v1::GetCenteredOrderKPowerSums(inPlace.data(), 5, inPlace.data(), 5);
+    EXPECT_TRUE(std::equal(inPlace.begin(), inPlace.end(), apart.begin(), same_bits));
+}
+
+TEST(SecondSampleMoments, BeginAsNaNAndCountZero) {
+    const v1::SecondSampleMoments fresh;
+    EXPECT_TRUE(std::isnan(fresh.variance) && std::isnan(fresh.sumOfSquares) &&
+                std::isnan(fresh.mean) && std::isnan(fresh.sum));
+    EXPECT_EQ(fresh.count, 0U);
+}
+
+TEST(GeometricMean, StaysInRangeAndStopsAtWhatIsNotPositive) {
+    const double huge = std::numeric_limits<double>::max();
+    const double tiny = std::numeric_limits<double>::denorm_min();
+    const struct {
+        Values x;
+        double expected;
+    } kCases[] = {{{2.0, 8.0}, 4.0},
+                  {{-3.0}, -3.0},
+                  {{huge, tiny}, std::sqrt(huge) * std::sqrt(tiny)},
+                  {{tiny, tiny, tiny, tiny}, tiny},
+                  {{0x1p1000, 0x1p-1000, 0x1p1020, 0x1p-1020}, 1.0},
+                  {{2.0, 0.0, kNaN}, 0.0},
+                  {{2.0, kInfinity, 0.0}, kInfinity},
+                  {{kNaN, 0.0}, kNaN},
+                  {{-2.0, -8.0}, kNaN},
+                  {{-kInfinity, 1.0}, kNaN}};
+    for (const auto& c : kCases) {
+        // Raising to 1/n magnifies the rounding of an exponent of up to 1024 that many times.
+        EXPECT_TRUE(within_relative(v2::GetGeometricMean(c.x.data(), size(c.x)), c.expected, 1e-13))
+            << c.x.size() << " values from " << c.x[0];
+    }
+}
+
+}  // namespace
+}  // namespace vela::test
