@@ -1,0 +1,45 @@
+#ifndef VELA_DESCRIPTIVE_ORDERED_IMAGE_HPP
+#define VELA_DESCRIPTIVE_ORDERED_IMAGE_HPP
+
+#include <bit>
+#include <cstdint>
+
+/// Doubles as integers of the same order, so that data with NaN sorts by a total order and no
+/// comparison can raise a floating-point fault.
+namespace vela::descriptive {
+
+// The images of negative NaN, which the plain order of the bits puts below -infinity; taking them
+// off moves those NaN, by wrapping, to the top, behind the positive ones.
+inline constexpr std::uint64_t kNegativeNaNs = 0x000FFFFFFFFFFFFF;
+inline constexpr std::uint64_t kSignBit = 0x8000000000000000;
+inline constexpr std::uint64_t kPlusInfinityImage = 0xFFE0000000000001;  // above it: NaN
+inline constexpr std::uint64_t kNaNImage = 0xFFFFFFFFFFFFFFFF;
+inline constexpr std::uint64_t kZeroImage = kSignBit - kNegativeNaNs;
+
+/// One to one: -infinity is 0, -0.0 comes right before 0.0, every NaN after +infinity.
+inline std::uint64_t image_of(double value) {
+    const auto bits = std::bit_cast<std::uint64_t>(value);
+    return (bits ^ ((0 - (bits >> 63U)) | kSignBit)) - kNegativeNaNs;
+}
+
+inline double value_of(std::uint64_t image) {
+    const std::uint64_t ordered = image + kNegativeNaNs;
+    return std::bit_cast<double>(ordered ^ (((ordered >> 63U) - 1) | kSignBit));
+}
+
+inline bool is_nan_image(std::uint64_t image) { return image > kPlusInfinityImage; }
+
+/// Has the sign bit set for infinities and NaN only; compilers do two of these at once.
+inline std::uint64_t raise_non_finite(double value) {
+    return (std::bit_cast<std::uint64_t>(value) & ~kSignBit) + 0x0010000000000000;
+}
+
+/// The same order with one image for both zeros and one for every NaN.
+inline std::uint64_t tie_image(std::uint64_t image) {
+    const std::uint64_t folded = image + (image == kZeroImage - 1 ? 1 : 0);
+    return is_nan_image(folded) ? kNaNImage : folded;
+}
+
+}  // namespace vela::descriptive
+
+#endif

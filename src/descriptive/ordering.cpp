@@ -1,0 +1,162 @@
+#include "descriptive/ordering.hpp"
+
+#include "descriptive/ordered_image.hpp"
+#include "descriptive/ordering_small.hpp"
+#include "descriptive/ordering_words.hpp"
+
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
+namespace vela::descriptive {
+
+namespace {
+
+/// NaN, which the library sort must not see, to the end; the number of the others.
+std::size_t move_nan_back(double* values, std::size_t n) {
+    std::size_t numbers = n;
+    for (std::size_t i = n; i-- > 0;) {
+        if (is_nan_image(image_of(values[i]))) {
+            std::swap(values[i], values[--numbers]);
+        }
+    }
+    return numbers;
+}
+
+void sort_small_sample(const double* x, std::size_t n, double* sorted) {
+    const auto less = [](double a, double b) { return a < b; };
+    if (n == 0 || sort_small(
+                      x, n, sorted, [=](std::size_t i) { return x[i]; }, less)) {
+        return;
+    }
+    std::copy_n(x, n, sorted);
+    std::sort(sorted, sorted + move_nan_back(sorted, n));
+}
+
+}  // namespace
+
+SortedCopy::SortedCopy(const double* x, std::uint32_t n)
+    : m_size(n), m_buffer((n <= kSmallSample ? 1 : 2) * static_cast<std::size_t>(n)) {
+    if (!m_buffer) {
+        return;
+    }
+    double* const sorted = m_buffer.doubles();
+    if (n <= kSmallSample) {
+        sort_small_sample(x, n, sorted);
+        return;
+    }
+    std::uint64_t* const words = m_buffer.words();
+    const auto image = [=](std::size_t i) { return image_of(x[i]); };
+    sort_from(n, image, range_of(n, image), words, words + n);
+    for (std::size_t i = 0; i < n; ++i) {
+        sorted[i] = value_of(words[i]);
+    }
+}
+
+SortedOrder::SortedOrder(const double* x, std::uint32_t n)
+    : m_x(x),
+      m_size(n),
+      m_positionBits(static_cast<unsigned>(std::bit_width(n))),
+      m_buffer(2 * static_cast<std::size_t>(n)) {
+    if (!m_buffer || n == 0) {
+        return;
+    }
+    if (n > kSmallSample || !sort_by_value()) {
+        sort_by_image();
+    }
+}
+
+bool SortedOrder::sort_by_value() {
+    std::uint64_t* const positions = m_buffer.words();
+    const double* const x = m_x;
+    const auto less = [=](std::uint64_t a, std::uint64_t b) { return x[a] < x[b]; };
+    if (!sort_small(
+            x, m_size, positions, [](std::size_t i) { return std::uint64_t{i}; }, less)) {
+        return false;
+    }
+    mark(0, false);
+    for (std::size_t i = 1; i < m_size; ++i) {
+        mark(i, x[positions[i - 1]] == x[positions[i]]);
+    }
+    return true;
+}
+
+void SortedOrder::sort_by_image() {
+    const double* const x = m_x;
+    WordRange range = range_of(m_size, [=](std::size_t i) { return image_of(x[i]); });
+    range.smallest = tie_image(range.smallest);
+    range.largest = tie_image(range.largest);
+    const auto width = static_cast<unsigned>(std::bit_width(range.largest - range.smallest));
+    const unsigned room = 64 - m_positionBits;
+    m_shift = width > room ? width - room : 0;
+    m_nanPrefix = (kNaNImage - range.smallest) >> m_shift;
+    const auto packed = [=, this, origin = range.smallest](std::size_t i) {
+        return pack((tie_image(image_of(x[i])) - origin) >> m_shift, i);
+    };
+    const WordRange packedRange{0, pack((range.largest - range.smallest) >> m_shift, m_size - 1),
+                                range.isAscending};
+    std::uint64_t* const words = m_buffer.words();
+    sort_from(m_size, packed, packedRange, words, words + m_size);
+    for (std::size_t first = 0, end = 1; first < m_size; first = end++) {
+        while (end < m_size && prefix(end) == prefix(first)) {
+            ++end;
+        }
+        settle_run(first, end);
+    }
+}
+
+/// Words that agree in their prefix may stand for different values: puts them in order, and marks
+/// those that are tied.
+void SortedOrder::settle_run(std::size_t first, std::size_t end) {
+    const bool mayDiffer = m_shift > 0 && end - first > 1 && sort_run(first, end - first);
+    mark(first, false);
+    const bool mayBeNaN = prefix(first) == m_nanPrefix;
+    for (std::size_t i = first + 1; i < end; ++i) {
+        mark(i, (!mayDiffer || image(i - 1) == image(i)) && !(mayBeNaN && image(i) == kNaNImage));
+    }
+}
+
+/// Returns whether the run has different values.
+bool SortedOrder::sort_run(std::size_t first, std::size_t size) {
+    const WordRange range = range_of(size, [=, this](std::size_t i) { return image(first + i); });
+    if (range.smallest == range.largest) {
+        return false;
+    }
+    // The images of a run differ in m_shift bits only, and these do fit beside a position.
+    const std::uint64_t common = prefix(first);
+    std::uint64_t* const words = m_buffer.words() + first;
+    for (std::size_t i = 0; i < size; ++i) {
+        words[i] = pack(image(first + i) - range.smallest, (*this)[first + i]);
+    }
+    sort_words(words, size, m_buffer.words() + m_size + first);
+    for (std::size_t i = 0; i < size; ++i) {
+        words[i] = pack(common, (*this)[first + i]);
+    }
+    return true;
+}
+
+std::uint64_t SortedOrder::image(std::size_t i) const {
+    return tie_image(image_of(m_x[(*this)[i]]));
+}
+
+/// Called for i = 0, 1, ...: then the marks stay behind the scratch space of the runs to come.
+void SortedOrder::mark(std::size_t i, bool isTied) {
+    std::uint64_t& marks = m_buffer.words()[m_size + i / 64];
+    marks = (i % 64 == 0 ? 0 : marks) | static_cast<std::uint64_t>(isTied) << (i % 64);
+}
+
+void write_order(const double* x, std::uint32_t n, std::uint32_t* order) {
+    const SortedOrder sorted(x, n);
+    if (sorted) {
+        for (std::size_t i = 0; i < n; ++i) {
+            order[i] = sorted[i];
+        }
+        return;
+    }
+    std::iota(order, order + n, 0U);
+    std::sort(order, order + n, [=](std::uint32_t a, std::uint32_t b) {
+        return std::pair(tie_image(image_of(x[a])), a) < std::pair(tie_image(image_of(x[b])), b);
+    });
+}
+
+}  // namespace vela::descriptive

@@ -1,0 +1,139 @@
+#ifndef VELA_DESCRIPTIVE_ORDERING_HPP
+#define VELA_DESCRIPTIVE_ORDERING_HPP
+
+#include "descriptive/ordering_small.hpp"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <new>
+
+/// Everything in the library that needs data in order: a sorted copy, the sorting permutation with
+/// its ties, and single order statistics without a full sort. NaN of either sign stands after
+/// +infinity. Time is linear in the number of values for whatever data, memory 16 bytes per value
+/// at most, and nothing here raises a floating-point fault or touches the floating-point state.
+namespace vela::descriptive {
+
+/// Uninitialized storage for `count` words of 64 bits.
+class WordBuffer {
+public:
+    explicit WordBuffer(std::size_t count)
+        : m_bytes(count <= SIZE_MAX / sizeof(std::uint64_t)
+                      ? new (std::nothrow) std::byte[count * sizeof(std::uint64_t)]
+                      : nullptr) {}
+
+    explicit operator bool() const { return m_bytes != nullptr; }
+    std::uint64_t* words() const { return reinterpret_cast<std::uint64_t*>(m_bytes.get()); }
+    double* doubles() const { return reinterpret_cast<double*>(m_bytes.get()); }
+
+private:
+    std::unique_ptr<std::byte[]> m_bytes;
+};
+
+/// A private copy of n values in ascending order; false when it could not be allocated.
+class SortedCopy {
+public:
+    SortedCopy(const double* x, std::uint32_t n);
+
+    explicit operator bool() const { return static_cast<bool>(m_buffer); }
+    const double* values() const { return m_buffer.doubles(); }
+    std::uint32_t size() const { return m_size; }
+
+    /// The order statistic x(k), 1 <= k <= size().
+    double operator()(std::uint32_t k) const { return values()[k - 1]; }
+
+private:
+    std::uint32_t m_size;
+    WordBuffer m_buffer;
+};
+
+/// The permutation that sorts x, equal values and NaN in the order of their positions; false when
+/// it could not be allocated. Once made it no longer reads x.
+class SortedOrder {
+public:
+    SortedOrder(const double* x, std::uint32_t n);
+
+    explicit operator bool() const { return static_cast<bool>(m_buffer); }
+
+    /// The position in x of the i-th smallest value, i from 0.
+    std::uint32_t operator[](std::size_t i) const {
+        return static_cast<std::uint32_t>(m_buffer.words()[i] & ((kOne << m_positionBits) - 1));
+    }
+
+    /// Whether the i-th smallest value equals the one before it, i from 1; a NaN equals nothing.
+    bool is_tied(std::size_t i) const {
+        return (m_buffer.words()[m_size + i / 64] >> (i % 64) & 1U) != 0;
+    }
+
+private:
+    static constexpr std::uint64_t kOne = 1;
+
+    std::uint64_t prefix(std::size_t i) const { return m_buffer.words()[i] >> m_positionBits; }
+    std::uint64_t pack(std::uint64_t prefix, std::uint64_t position) const {
+        return prefix << m_positionBits | position;
+    }
+    std::uint64_t image(std::size_t i) const;
+    bool sort_by_value();
+    void sort_by_image();
+    void settle_run(std::size_t first, std::size_t end);
+    bool sort_run(std::size_t first, std::size_t size);
+    void mark(std::size_t i, bool isTied);
+
+    const double* m_x;
+    std::uint32_t m_size;
+    unsigned m_positionBits;        // what a position needs, at least 1
+    unsigned m_shift = 0;           // trailing bits of the images that do not fit into a word
+    std::uint64_t m_nanPrefix = 0;  // leading bits that a NaN would have
+    WordBuffer m_buffer;            // words of leading bits and position; then scratch, then marks
+};
+
+/// A few order statistics of a sample, found without sorting it. First every rank is asked for,
+/// then select() runs once, then the values are read.
+class SelectedValues {
+public:
+    static constexpr std::size_t kCapacity = 64;
+
+    /// Asks for x(k), 1 <= k <= n.
+    void want(std::uint32_t k) { m_ranks[m_count++] = k; }
+
+    /// False when the work array could not be allocated.
+    bool select(const double* x, std::uint32_t n);
+
+    /// x(k) for a k that was asked for.
+    double operator()(std::uint32_t k) const;
+
+private:
+    std::array<std::uint32_t, kCapacity> m_ranks{};
+    std::array<double, kCapacity> m_values{};
+    std::size_t m_count = 0;
+};
+
+/// Calls read(sample), where sample(k) is x(k), with a sorted copy or with the order statistics
+/// that for_each_rank(want) asks for by want(k), at most SelectedValues::kCapacity: whichever costs
+/// less. False, without a call, when memory could not be allocated.
+template <class ForEachRank, class Read>
+bool with_order_statistics(const double* x, std::uint32_t n, ForEachRank for_each_rank, Read read) {
+    if (n <= kSmallSample) {
+        const SortedCopy sorted(x, n);
+        if (sorted) {
+            read(sorted);
+        }
+        return static_cast<bool>(sorted);
+    }
+    SelectedValues selected;
+    for_each_rank([&](std::uint32_t k) { selected.want(k); });
+    if (!selected.select(x, n)) {
+        return false;
+    }
+    read(selected);
+    return true;
+}
+
+/// order[i] = position in x of the i-th smallest value, as SortedOrder, also when no memory is
+/// left: then it sorts in place, more slowly.
+void write_order(const double* x, std::uint32_t n, std::uint32_t* order);
+
+}  // namespace vela::descriptive
+
+#endif

@@ -1,0 +1,146 @@
+// Several order statistics in linear time: count the values by bins of equal width over the order-
+// preserving images, keep the bins that hold a wanted rank, and go on inside each of them. Unlike
+// selection by a pivot, no data makes it slow: each round narrows a range by up to 2^15.
+
+#include "descriptive/ordered_image.hpp"
+#include "descriptive/ordering.hpp"
+#include "descriptive/ordering_words.hpp"
+
+#include <algorithm>
+#include <span>
+
+namespace vela::descriptive {
+namespace {
+
+/// Wanted ranks, 0-based within the words at hand after `base` is taken off, ascending.
+struct Wanted {
+    std::span<const std::uint32_t> ranks;
+    double* values;
+    std::size_t base;
+
+    std::size_t rank(std::size_t i) const { return ranks[i] - 1 - base; }
+};
+
+/// A bin that holds wanted ranks, and where its words are.
+struct Kept {
+    std::size_t bin;
+    std::size_t start;
+    std::size_t size;
+    Wanted wanted;
+};
+
+struct KeptBins {
+    std::array<Kept, SelectedValues::kCapacity> bins{};
+    std::size_t count = 0;
+    std::size_t words = 0;
+};
+
+KeptBins choose_bins(const std::uint64_t* counts, const Wanted& wanted) {
+    KeptBins kept;
+    std::size_t bin = 0;
+    std::size_t before = 0;
+    for (std::size_t i = 0; i < wanted.ranks.size();) {
+        while (before + counts[bin] <= wanted.rank(i)) {
+            before += counts[bin++];
+        }
+        const auto size = static_cast<std::size_t>(counts[bin]);
+        const std::size_t first = i;
+        while (i < wanted.ranks.size() && wanted.rank(i) < before + size) {
+            ++i;
+        }
+        const Wanted inside{wanted.ranks.subspan(first, i - first), wanted.values + first,
+                            wanted.base + before};
+        kept.bins[kept.count++] = {bin, kept.words, size, inside};
+        kept.words += size;
+    }
+    return kept;
+}
+
+/// The words of the kept bins to `out`, one bin after the other. A call of its own, so that its
+/// table is off the stack in the recursion.
+template <class Get>
+[[gnu::noinline]] void gather(std::size_t n, Get get, const Bins& bins, const KeptBins& kept,
+                              std::uint64_t* out) {
+    // Words of all other bins go to slot 0, which never moves on: cheaper than a branch that
+    // depends on the data.
+    std::array<std::uint8_t, std::size_t{1} << Bins::kMostBits> slotOf;
+    std::fill_n(slotOf.begin(), bins.count, std::uint8_t{0});
+    std::array<std::size_t, SelectedValues::kCapacity + 1> next;
+    next[0] = kept.words;
+    for (std::size_t i = 0; i < kept.count; ++i) {
+        slotOf[kept.bins[i].bin] = static_cast<std::uint8_t>(i + 1);
+        next[i + 1] = kept.bins[i].start;
+    }
+    for (std::size_t i = 0; i < n; ++i) {
+        const std::uint64_t word = get(i);
+        const std::uint8_t slot = slotOf[bins.of(word)];
+        out[next[slot]] = word;
+        next[slot] += slot != 0 ? 1 : 0;
+    }
+}
+
+/// Words that an earlier round has gathered.
+struct Gathered {
+    const std::uint64_t* words;
+
+    std::uint64_t operator()(std::size_t i) const { return words[i]; }
+};
+
+/// The wanted values among get(0), ..., get(n - 1). `work` has room for n words, and so has
+/// `spare`, which may be where get() reads.
+template <class Get>
+// NOLINTNEXTLINE(misc-no-recursion): every level leaves off 7 bits at least
+void select_among(std::size_t n, Get get, std::uint64_t* work, std::uint64_t* spare,
+                  const Wanted& wanted) {
+    const auto write = [&](auto value) {
+        for (std::size_t i = 0; i < wanted.ranks.size(); ++i) {
+            wanted.values[i] = value_of(value(wanted.rank(i)));
+        }
+    };
+    if (n <= kFewWords) {
+        for (std::size_t i = 0; i < n; ++i) {
+            work[i] = get(i);
+        }
+        std::sort(work, work + n);
+        write(Gathered{work});
+        return;
+    }
+    const WordRange range = range_of(n, get);
+    if (range.isAscending) {
+        write(get);
+        return;
+    }
+    const Bins bins(range, n);
+    bins.tally(n, get, work);
+    const KeptBins kept = choose_bins(work, wanted);
+    gather(n, get, bins, kept, work);
+    for (std::size_t i = 0; i < kept.count; ++i) {
+        const Kept& bin = kept.bins[i];
+        select_among(bin.size, Gathered{work + bin.start}, spare + bin.start, work + bin.start,
+                     bin.wanted);
+    }
+}
+
+}  // namespace
+
+bool SelectedValues::select(const double* x, std::uint32_t n) {
+    std::sort(m_ranks.begin(), m_ranks.begin() + m_count);
+    m_count = static_cast<std::size_t>(std::unique(m_ranks.begin(), m_ranks.begin() + m_count) -
+                                       m_ranks.begin());
+    const WordBuffer buffer(2 * static_cast<std::size_t>(n));
+    if (!buffer) {
+        return false;
+    }
+    std::uint64_t* const words = buffer.words();
+    select_among(
+        n, [=](std::size_t i) { return image_of(x[i]); }, words, words + n,
+        Wanted{{m_ranks.data(), m_count}, m_values.data(), 0});
+    return true;
+}
+
+double SelectedValues::operator()(std::uint32_t k) const {
+    const auto* const found = std::lower_bound(m_ranks.begin(), m_ranks.begin() + m_count, k);
+    return m_values[static_cast<std::size_t>(found - m_ranks.begin())];
+}
+
+}  // namespace vela::descriptive

@@ -1,0 +1,141 @@
+#ifndef VELA_DESCRIPTIVE_ORDERING_WORDS_HPP
+#define VELA_DESCRIPTIVE_ORDERING_WORDS_HPP
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+
+/// The parts that sorting and selecting share: words of 64 bits in place of doubles.
+namespace vela::descriptive {
+
+/// Up to this many words the library sort is not beaten by counting, whatever their order.
+inline constexpr std::size_t kFewWords = 192;
+
+struct WordRange {
+    std::uint64_t smallest;
+    std::uint64_t largest;
+    bool isAscending;
+};
+
+/// Range of get(0), ..., get(n - 1), n >= 1.
+template <class Get>
+WordRange range_of(std::size_t n, Get get) {
+    const std::uint64_t first = get(0);
+    WordRange range{first, first, true};
+    std::uint64_t previous = first;
+    for (std::size_t i = 1; i < n; ++i) {
+        const std::uint64_t word = get(i);
+        range.smallest = std::min(range.smallest, word);
+        range.largest = std::max(range.largest, word);
+        range.isAscending = range.isAscending & (previous <= word);
+        previous = word;
+    }
+    return range;
+}
+
+/// Equal intervals of the range, at most 2^15 and at most as many as there are words: the leading
+/// bits of the distance from the smallest word.
+struct Bins {
+    static constexpr unsigned kMostBits = 15;
+
+    std::uint64_t origin;
+    unsigned shift;
+    std::size_t count;
+
+    Bins(const WordRange& range, std::size_t n) : origin(range.smallest), shift(0), count(0) {
+        const auto width = static_cast<unsigned>(std::bit_width(range.largest - range.smallest));
+        const unsigned bits = std::min(kMostBits, static_cast<unsigned>(std::bit_width(n)) - 1);
+        shift = width > bits ? width - bits : 0;
+        count = static_cast<std::size_t>((range.largest - range.smallest) >> shift) + 1;
+    }
+
+    std::size_t of(std::uint64_t word) const {
+        return static_cast<std::size_t>((word - origin) >> shift);
+    }
+
+    template <class Get>
+    void tally(std::size_t n, Get get, std::uint64_t* counts) const {
+        std::fill_n(counts, count, std::uint64_t{0});
+        for (std::size_t i = 0; i < n; ++i) {
+            ++counts[of(get(i))];
+        }
+    }
+};
+
+/// Up to this many words fit, twice, into the cache next to a core.
+inline constexpr std::size_t kCacheWords = 65536;
+
+/// Words group by group: each group below the next, in any order inside.
+struct Groups {
+    static constexpr std::size_t kMost = 255;
+    static constexpr std::size_t kWantedWords = 8192;  // then the counting inside is short, too
+
+    std::size_t count = 0;
+    std::array<std::size_t, kMost + 1> starts{};
+};
+
+/// get(0), ..., get(n - 1) to `out`, group by group. `out` serves for the counts first, so get()
+/// must not read there. A call of its own, so that its table is off the stack in the recursion.
+template <class Get>
+[[gnu::noinline]] Groups distribute(std::size_t n, Get get, const WordRange& range,
+                                    std::uint64_t* out) {
+    const Bins bins(range, n);
+    bins.tally(n, get, out);
+
+    std::array<std::uint8_t, std::size_t{1} << Bins::kMostBits> groupOf;
+    Groups groups;
+    const std::size_t target = std::max(Groups::kWantedWords, n / (Groups::kMost / 2) + 1);
+    std::size_t size = 0;
+    std::size_t placed = 0;
+    for (std::size_t bin = 0; bin < bins.count; ++bin) {
+        const auto inBin = static_cast<std::size_t>(out[bin]);
+        if (size > 0 && inBin > 0 && size + inBin > target) {
+            groups.starts[++groups.count] = placed;
+            size = 0;
+        }
+        groupOf[bin] = static_cast<std::uint8_t>(groups.count);
+        size += inBin;
+        placed += inBin;
+    }
+    groups.starts[++groups.count] = n;
+
+    auto next = groups.starts;
+    for (std::size_t i = 0; i < n; ++i) {
+        const std::uint64_t word = get(i);
+        out[next[groupOf[bins.of(word)]]++] = word;
+    }
+    return groups;
+}
+
+/// Sorts words[0..n) ascending; scratch has room for n words.
+void sort_words(std::uint64_t* words, std::size_t n, std::uint64_t* scratch);
+
+/// Sorts each group; scratch has room for the largest.
+void sort_groups(const Groups& groups, std::uint64_t* words, std::uint64_t* scratch);
+
+/// words[0..n), n <= kCacheWords, in ascending order to `out`, another array; words is scratch.
+void sort_in_cache(std::uint64_t* words, std::size_t n, const WordRange& range, std::uint64_t* out);
+
+/// get(0), ..., get(n - 1), n >= 1, in ascending order to `out`, but as they come where the range
+/// says that they ascend; scratch has room for n words.
+template <class Get>
+void sort_from(std::size_t n, Get get, const WordRange& range, std::uint64_t* out,
+               std::uint64_t* scratch) {
+    if (range.isAscending || n <= kCacheWords) {
+        std::uint64_t* const copy = range.isAscending ? out : scratch;
+        for (std::size_t i = 0; i < n; ++i) {
+            copy[i] = get(i);
+        }
+        if (!range.isAscending) {
+            sort_in_cache(scratch, n, range, out);
+        }
+    } else {
+        sort_groups(distribute(n, get, range, out), out, scratch);
+    }
+}
+
+}  // namespace vela::descriptive
+
+#endif

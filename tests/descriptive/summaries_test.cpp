@@ -1,0 +1,170 @@
+#include "descriptive/order_cases.hpp"
+#include "support/floating_point_state.hpp"
+#include "support/threads.hpp"
+#include "vela/vela.hpp"
+
+#include <algorithm>
+
+namespace vela::test {
+namespace {
+
+using v1::FiveNumberSummary;
+using v1::KroBoxplotHelper;
+using v1::SecondSampleMoments;
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+void add_five_numbers(Results* results, const FiveNumberSummary& five) {
+    results->insert({{"minimum", {five.minimum}},
+                     {"firstQuartile", {five.firstQuartile}},
+                     {"median", {five.median}},
+                     {"thirdQuartile", {five.thirdQuartile}},
+                     {"maximum", {five.maximum}}});
+}
+
+Results five_numbers(const OrderCase& c) {
+    FiveNumberSummary five;
+    const int status = v1::GetKroFiveNumberSummary(&five, c.data.data(), c.count());
+    Results results{{"status", {static_cast<double>(status)}}};
+    add_five_numbers(&results, five);
+    return results;
+}
+
+Results extended_summary(const OrderCase& c) {
+    SecondSampleMoments moments;
+    moments.count = c.count();
+    FiveNumberSummary five;
+    Values modes(5);
+    unsigned int number = 99;
+    unsigned int frequency = 99;
+    const int status = v1::GetKro2013ExtendedSummary(&moments, &five, modes.data(), &number,
+                                                     &frequency, c.data.data());
+    Results results{{"status", {static_cast<double>(status)}},
+                    {"modes", modes},
+                    {"numModes", {static_cast<double>(number)}},
+                    {"modeFrequency", {static_cast<double>(frequency)}},
+                    {"mean", {moments.mean}},
+                    {"variance", {moments.variance}},
+                    {"sum", {moments.sum}},
+                    {"sumOfSquares", {moments.sumOfSquares}}};
+    add_five_numbers(&results, five);
+    return results;
+}
+
+Results boxplot(const OrderCase& c) {
+    KroBoxplotHelper box;
+    const int status = v1::RunKroBoxplotHelper(&box, c.get("confidence"), c.data.data(), c.count());
+    return {{"status", {static_cast<double>(status)}},
+            {"minimum", {box.minimum}},
+            {"maximum", {box.maximum}},
+            {"firstQuartile", {box.firstQuartile}},
+            {"thirdQuartile", {box.thirdQuartile}},
+            {"median", {box.median}},
+            {"medianLower", {box.medianLower}},
+            {"medianUpper", {box.medianUpper}},
+            {"lowerHinge", {box.lowerHinge}},
+            {"upperHinge", {box.upperHinge}},
+            {"mean", {box.mean}},
+            {"standardDeviation", {box.standardDeviation}}};
+}
+
+TEST(Summaries, MatchReferenceValues) {
+    check_order_cases({{"GetKroFiveNumberSummary", five_numbers},
+                       {"GetKro2013ExtendedSummary", extended_summary},
+                       {"RunKroBoxplotHelper", boxplot}});
+}
+
+KroBoxplotHelper boxplot_of(const Values& x, double confidence) {
+    KroBoxplotHelper box;
+    EXPECT_EQ(
+        v1::RunKroBoxplotHelper(&box, confidence, x.data(), static_cast<unsigned int>(x.size())),
+        0);
+    return box;
+}
+
+Values counting_up(int n) {
+    Values x;
+    for (int i = 1; i <= n; ++i) {
+        x.push_back(i);
+    }
+    return x;
+}
+
+/// P(B = 0) is 1/32 for five observations, so that 0.9375 is what their range covers: it counts as
+/// reached, and a little less is the interval itself.
+TEST(MedianInterval, CountsAnExactTailAsReached) {
+    const Values x = counting_up(5);
+    EXPECT_TRUE(IsNaN(boxplot_of(x, 0.9375).medianLower));
+    const KroBoxplotHelper box = boxplot_of(x, 0.9374999);
+    EXPECT_NEAR(box.medianLower, 1.0, 1e-5);  // the slope there is below 10
+    EXPECT_NEAR(box.medianUpper, 5.0, 1e-5);
+}
+
+/// The interval is symmetric in the sample, shrinks with the confidence, and passes continuously
+/// from one pair of order statistics to the next, also where the method changes at 51.
+TEST(MedianInterval, IsSymmetricMonotoneAndContinuous) {
+    // For n = 400 at 0.985 the ends move by 0.245 per step; a wrong neighbour is a jump by 1.
+    constexpr double kMostPerStep = 0.3;
+    for (const int n : {4, 5, 20, 50, 51, 52, 400}) {
+        const Values x = counting_up(n);
+        double last = -kInfinity;
+        for (int i = 985; i > 0; --i) {
+            const KroBoxplotHelper box = boxplot_of(x, i * 0.001);
+            if (IsNaN(box.medianLower)) {
+                continue;
+            }
+            EXPECT_NEAR(box.medianLower + box.medianUpper, n + 1.0, 1e-12 * n) << n << " " << i;
+            EXPECT_GE(box.medianLower, last) << n << " " << i;
+            EXPECT_LE(box.medianLower - last, last < 0.0 ? kInfinity : kMostPerStep)
+                << n << " " << i;
+            last = box.medianLower;
+        }
+        EXPECT_NEAR(last, (n + 1.0) / 2.0, 0.1) << "confidence near 0 leaves the median, n = " << n;
+    }
+}
+
+TEST(Boxplot, AnswersAnyConfidenceAndDataWithoutATrap) {
+    on_thread(Registration::kRegistered, [] {
+        for (const bool armed : {false, true}) {
+            if (armed) {
+                SetKroFpuStates();
+            }
+            const bool wereArmed = traps_are_armed();
+            for (const double confidence : {1.0, 1.5, -1.5, 1e308, -kInfinity, kInfinity, kNaN}) {
+                for (const int n : {1, 2, 7, 50, 51, 60}) {
+                    const KroBoxplotHelper box = boxplot_of(counting_up(n), confidence);
+                    EXPECT_TRUE(IsNaN(box.medianLower) && IsNaN(box.medianUpper)) << confidence;
+                    EXPECT_EQ(box.maximum, n);
+                }
+            }
+            const KroBoxplotHelper box =
+                boxplot_of({kNaN, -kInfinity, 1e308, -kNaN, kInfinity, -1e308}, 0.5);
+            EXPECT_EQ(box.minimum, -kInfinity);
+            EXPECT_TRUE(IsNaN(box.maximum) && IsNaN(box.mean));
+            EXPECT_EQ(traps_are_armed(), wereArmed) << "the host has its own state back";
+            ResetFpuStates();
+        }
+    });
+}
+
+TEST(Summaries, LeaveNothingStaleForAnEmptySample) {
+    KroBoxplotHelper box;
+    box.median = box.medianLower = box.mean = 1.0;
+    EXPECT_EQ(v1::RunKroBoxplotHelper(&box, 0.95, nullptr, 0), 0);
+    EXPECT_TRUE(IsNaN(box.median) && IsNaN(box.medianLower) && IsNaN(box.mean));
+    SecondSampleMoments moments;
+    moments.count = 0;
+    FiveNumberSummary five;
+    five.median = 1.0;
+    double modes[] = {1.0, 1.0, 1.0, 1.0, 1.0};
+    unsigned int number = 9;
+    unsigned int frequency = 9;
+    EXPECT_EQ(v1::GetKro2013ExtendedSummary(&moments, &five, modes, &number, &frequency, nullptr),
+              0);
+    EXPECT_TRUE(IsNaN(five.median) && IsNaN(modes[0]) && IsNaN(modes[4]));
+    EXPECT_EQ(number + frequency, 0U);
+}
+
+}  // namespace
+}  // namespace vela::test
