@@ -20,7 +20,8 @@ struct PointFunction {
     void (*array)(double* out, const double* x, std::size_t n, const Parameters& parameters);
 };
 
-/// A procedure on n observations; the returned number depends on all results.
+/// A procedure on n observations; the returned number depends on all results. Procedures on two
+/// samples take the first and the second half of the observations.
 struct SampleFunction {
     std::string_view name;
     double (*run)(const double* x, std::size_t n);

@@ -20,6 +20,7 @@ RowOrder add_rows() {
     add_bracket_rows(rows);
     add_distribution_rows(rows);
     add_sample_rows(rows);
+    add_order_rows(rows);
     return rows;
 }
 
@@ -28,6 +29,7 @@ std::vector<std::string> implementation_names() {
     for (const Implementation& peer : peers()) {
         names.emplace_back(peer.name);
     }
+    names.emplace_back("std");  // the standard library, in the rows of order statistics
     return names;
 }
 

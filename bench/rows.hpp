@@ -17,6 +17,7 @@ using RowOrder = std::vector<std::string>;
 void add_bracket_rows(RowOrder& rows);
 void add_distribution_rows(RowOrder& rows);
 void add_sample_rows(RowOrder& rows);
+void add_order_rows(RowOrder& rows);
 
 /// Counters that a benchmark leaves for the table: calls per iteration, and the largest relative
 /// difference of a peer's results from ours.

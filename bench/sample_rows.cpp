@@ -15,7 +15,11 @@ struct Procedure {
 };
 
 const Procedure kProcedures[] = {
+    {"Sum", {1'000, 1'000'000}},
     {"MeanAndVariance", {10, 100, 1'000, 10'000, 100'000, 1'000'000}},
+    {"SkewnessAndKurtosis", {10, 1'000, 10'000}},
+    {"Covariance", {20, 2'000, 200'000, 2'000'000}},
+    {"TwoSampleT", {2'000, 2'000'000}},
     {"OneSampleT", {1'000, 1'000'000}},
 };
 

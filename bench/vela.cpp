@@ -4,6 +4,8 @@
 #include "vela/normal.hpp"
 #include "vela/t.hpp"
 #include "vela/v0/one_sample_t.hpp"
+#include "vela/v0/two_sample_t.hpp"
+#include "vela/v1/correlation.hpp"
 #include "vela/v1/moments.hpp"
 
 #include <cstdint>
@@ -41,6 +43,30 @@ double mean_and_variance(const double* x, Size n) {
     return mean + variance;
 }
 
+double sum(const double* x, Size n) { return vela::v1::GetSum(x, static_cast<unsigned int>(n)); }
+
+double skewness_and_kurtosis(const double* x, Size n) {
+    double skewness = 0.0;
+    double kurtosis = 0.0;
+    vela::v1::GetKroSkewnessAndKurtosis(x, static_cast<unsigned int>(n), &skewness, &kurtosis);
+    return skewness + kurtosis;
+}
+
+double covariance(const double* x, Size n) {
+    double varianceX = 0.0;
+    double varianceY = 0.0;
+    const double* y = x + n / 2;
+    return vela::v1::GetCovariance(x, y, static_cast<unsigned int>(n / 2), &varianceX, &varianceY);
+}
+
+double two_sample_t(const double* x, Size n) {
+    vela::v0::TwoSampleT record;
+    record.count1 = record.count2 = static_cast<std::uint32_t>(n / 2);
+    vela::v0::RunTwoSampleT(&record, x, x + n / 2, true, kConfidence, vela::IntervalType::TwoSided,
+                            vela::AlternativeHypothesis::NotEqual, 0.0);
+    return record.statistic + record.pValue;
+}
+
 double one_sample_t(const double* x, Size n) {
     vela::v0::OneSampleT record;
     record.count = static_cast<std::uint32_t>(n);
@@ -62,7 +88,12 @@ const Implementation& ours() {
             {"NoncentralTCdf", t_cdf, t_cdf},
             {"NoncentralTInvCdf", t_inv_cdf, t_inv_cdf},
         },
-        {{"MeanAndVariance", mean_and_variance}, {"OneSampleT", one_sample_t}}};
+        {{"Sum", sum},
+         {"MeanAndVariance", mean_and_variance},
+         {"SkewnessAndKurtosis", skewness_and_kurtosis},
+         {"Covariance", covariance},
+         {"OneSampleT", one_sample_t},
+         {"TwoSampleT", two_sample_t}}};
     return implementation;
 }
 

@@ -18,6 +18,23 @@ double mean_and_variance(const double* x, std::size_t n) {
     return mean + gsl_stats_variance_m(x, 1, n, mean);
 }
 
+/// Its own coefficients are g1 and g2 with the sample standard deviation.
+double skewness_and_kurtosis(const double* x, std::size_t n) {
+    const double count = static_cast<double>(n);
+    const double mean = gsl_stats_mean(x, 1, n);
+    const double sd = gsl_stats_sd_m(x, 1, n, mean);
+    const double b1 = gsl_stats_skew_m_sd(x, 1, n, mean, sd);
+    const double b2 = gsl_stats_kurtosis_m_sd(x, 1, n, mean, sd) + 3.0;
+    return b1 * count * count / ((count - 1.0) * (count - 2.0)) +
+           (b2 * count * count * (count + 1.0) / (count - 1.0) -
+            3.0 * (count - 1.0) * (count - 1.0)) /
+               ((count - 2.0) * (count - 3.0));
+}
+
+double covariance(const double* x, std::size_t n) {
+    return gsl_stats_covariance(x, 1, x + n / 2, 1, n / 2);
+}
+
 double one_sample_t(const double* x, std::size_t n) {
     const double count = static_cast<double>(n);
     const double mean = gsl_stats_mean(x, 1, n);
@@ -39,7 +56,10 @@ Implementation gsl() {
                 point<[](double x, const P& p) { return gsl_cdf_tdist_P(x, p[0]); }>("TCdf"),
                 point<[](double x, const P& p) { return gsl_cdf_tdist_Pinv(x, p[0]); }>("TInvCdf"),
             },
-            {{"MeanAndVariance", mean_and_variance}, {"OneSampleT", one_sample_t}}};
+            {{"MeanAndVariance", mean_and_variance},
+             {"SkewnessAndKurtosis", skewness_and_kurtosis},
+             {"Covariance", covariance},
+             {"OneSampleT", one_sample_t}}};
 }
 
 [[maybe_unused]] const bool added = add_peer(gsl());
