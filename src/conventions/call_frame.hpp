@@ -64,6 +64,26 @@ void call(Routine routine, double* out, const double* x, std::size_t n, Paramete
     leave_bracket();
 }
 
+/// The frame of the families that leave the floating-point state alone: missing values and arrays
+/// as above, but faults belong to the caller, so that none is looked for.
+template <MissingInput missingInput, class Routine, class... Parameters>
+double call_unbracketed(Routine routine, double x, Parameters... parameters) {
+    constexpr bool armed = true;
+    return evaluate<missingInput>(with_parameters(routine, parameters...), x, armed);
+}
+
+template <MissingInput missingInput, class Routine, class... Parameters>
+void call_unbracketed(Routine routine, double* out, const double* x, std::size_t n,
+                      Parameters... parameters) {
+    constexpr bool armed = true;
+    if (n != 0) {
+        const auto function = with_parameters(routine, parameters...);
+        for (std::size_t i = 0; i < n; ++i) {
+            out[i] = evaluate<missingInput>(function, x[i], armed);
+        }
+    }
+}
+
 /// One evaluation for functions that do not bracket and never throw, inside their QuietArithmetic:
 /// a fault, a missing value or a NaN argument gives NaN.
 template <class Routine, class... Parameters>
