@@ -1,0 +1,23 @@
+#ifndef VELA_KERNELS_BINOMIAL_HPP
+#define VELA_KERNELS_BINOMIAL_HPP
+
+/// The binomial distribution of the number of events in n trials with event probability p.
+///
+/// n is a whole number >= 0, p lies in [0, 1]; anything else is level 2. Failed outputs are
+/// DBL_MAX, and -DBL_MAX for a quantile.
+namespace vela::kernels {
+
+/// *lower = P(X <= k), *upper = P(X > k) for a whole k of any size or sign, through beta_df(),
+/// whose accuracy and other levels both tails have. Routine name "binomial_df".
+void binomial_df(double k, double n, double p, double* lower, double* upper);
+
+/// P(X = k) for a whole k, by the saddle-point form. Routine name "binomial_pdf".
+double binomial_pdf(double k, double n, double p);
+
+/// The smallest *k with P(X <= *k) >= probability; see discrete_quantile.hpp. Routine name
+/// "binomial_lower_quant".
+void binomial_lower_quant(double probability, double n, double p, double* k);
+
+}  // namespace vela::kernels
+
+#endif

@@ -1,0 +1,244 @@
+// Quantiles and P-values of counts against a walk over every outcome.
+
+#include "kernels/real_functions.hpp"
+#include "kernels/regula_falsi_root.hpp"
+#include "support/equality.hpp"
+#include "vela/vela.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace vela::test {
+namespace {
+
+struct Family {
+    std::string name;
+    std::function<double(double x, bool upper)> cdf;
+    std::function<double(double p)> inverse;
+    int smallest;
+    int largest;  // of the outcomes looked at
+};
+
+std::vector<Family> families() {
+    std::vector<Family> result;
+    const auto add = [&](const char* family, auto cdf, auto inverse, int smallest, int largest,
+                         auto... parameters) {
+        std::string name = family;
+        for (const double parameter : {static_cast<double>(parameters)...}) {
+            name += ' ';
+            name += std::to_string(parameter);
+        }
+        result.push_back({name, [=](double x, bool upper) { return cdf(x, parameters..., upper); },
+                          [=](double p) { return inverse(p, parameters...); }, smallest, largest});
+    };
+    for (const double p : {1e-5, 0.1, 0.5, 2.0 / 3.0, 0.999}) {
+        for (const int n : {1, 2, 7, 50, 200}) {
+            add(
+                "Binomial", [](auto... a) { return BinomialCdf(a...); },
+                [](auto... a) { return BinomialInvCdf(a...); }, 0, n, n, p);
+        }
+        add(
+            "Geometric", [](auto... a) { return GeometricCdf(a...); },
+            [](auto... a) { return GeometricInvCdf(a...); }, 0, 200, p);
+        for (const double r : {0.01, 1.0, 3.5, 100.0}) {
+            add(
+                "NegBinomial", [](auto... a) { return NegBinomialCdf(a...); },
+                [](auto... a) { return NegBinomialInvCdf(a...); }, 0, 200, p, r);
+        }
+    }
+    for (const double mean : {1e-5, 0.5, 4.0, 100.0}) {
+        add(
+            "Poisson", [](auto... a) { return PoissonCdf(a...); },
+            [](auto... a) { return PoissonInvCdf(a...); }, 0, 200, mean);
+    }
+    for (const auto [population, events, sample] :
+         {std::array{7, 4, 4}, {200, 100, 100}, {200, 3, 190}, {1000000, 400, 300000}}) {
+        add(
+            "Hypergeometric", [](auto... a) { return HypergeometricCdf(a...); },
+            [](auto... a) { return HypergeometricInvCdf(a...); },
+            std::max(0, events + sample - population), std::min(events, sample), population, events,
+            sample);
+    }
+    for (const int largest : {-5, 5, 184}) {
+        add(
+            "IntegerUniform", [](auto... a) { return IntegerUniformCdf(a...); },
+            [](auto... a) { return IntegerUniformInvCdf(a...); }, -5, largest, -5, largest);
+    }
+    return result;
+}
+
+struct Tails {
+    double lower;
+    double upper;
+};
+
+/// The rule of the quantiles. A lower tail next to 1 has its half-ulp of rounding on top.
+bool reaches(const Tails& tails, double p) {
+    return tails.lower <= tails.upper ? tails.lower >= p * (1.0 - 1e-13)
+                                      : tails.upper <= (1.0 - p) * (1.0 + 1e-13) + 0x1p-54;
+}
+
+TEST(DiscreteQuantiles, AreTheFirstOutcomeThatReachesPAtEveryStepAndNextToIt) {
+    for (const Family& family : families()) {
+        std::vector<Tails> tails;
+        for (int k = family.smallest; k <= family.largest; ++k) {
+            tails.push_back({family.cdf(k, false), family.cdf(k, true)});
+        }
+        for (std::size_t i = 0; i < tails.size(); ++i) {
+            const double step = tails[i].lower;
+            const double mass = i == 0 ? step : tails[i - 1].upper - tails[i].upper;
+            if (step > 0.0 && step < 1.0 && mass > 1e-15) {
+                ASSERT_EQ(family.inverse(step), family.smallest + static_cast<int>(i))
+                    << family.name << " at its own cumulative probability " << step;
+            }
+            for (const double p : {std::nextafter(step, 0.0), step, std::nextafter(step, 1.0)}) {
+                const auto first =
+                    std::find_if(tails.begin(), tails.end(),
+                                 [=](const Tails& candidate) { return reaches(candidate, p); });
+                if (p > 0.0 && p < 1.0 && first != tails.end()) {
+                    ASSERT_EQ(family.inverse(p), family.smallest + (first - tails.begin()))
+                        << family.name << " at p = " << p << ", 1 - p = " << 1.0 - p;
+                }
+            }
+        }
+    }
+}
+
+TEST(DiscreteQuantiles, AreExactWhereCumulativeProbabilitiesAreFractionsOfPowersOfTwo) {
+    constexpr int trials = 40;
+    double coefficient = 1.0;
+    double cumulative = 0.0;
+    for (int k = 0; k < trials; ++k) {
+        cumulative += std::ldexp(coefficient, -trials);  // exact: 40 bits
+        coefficient = coefficient * (trials - k) / (k + 1);
+        const double slack = 1e-12 * std::min(cumulative, 1.0 - cumulative);
+        EXPECT_EQ(BinomialInvCdf(cumulative, trials, 0.5), k);
+        EXPECT_EQ(BinomialInvCdf(cumulative - slack, trials, 0.5), k);
+        EXPECT_EQ(BinomialInvCdf(cumulative + std::max(slack, 3e-16), trials, 0.5), k + 1);
+    }
+}
+
+TEST(DiscreteQuantiles, NeedFewStepsFarFromTheirStart) {
+    // Each of these would walk millions of outcomes; the answers are cumulative probabilities' own.
+    EXPECT_EQ(GeometricInvCdf(GeometricCdf(4e9, 1e-10, false), 1e-10), 4e9);
+    EXPECT_EQ(NegBinomialInvCdf(NegBinomialCdf(1e7, 1e-7, 0.01, false), 1e-7, 0.01), 1e7);
+    EXPECT_EQ(BinomialInvCdf(BinomialCdf(4e7, 1e8, 0.4, false), 100000000, 0.4), 4e7);
+}
+
+/// The total probability of all outcomes that are not more probable than x.
+double two_sided(const std::vector<double>& masses, std::size_t x) {
+    double sum = 0.0;
+    for (const double mass : masses) {
+        sum += mass <= masses[x] * (1.0 + 1e-7) ? mass : 0.0;
+    }
+    return sum;
+}
+
+constexpr double kSumTolerance = 1e-13;  // a few dozen additions
+
+TEST(BinomialPValue, AddsUpTheOutcomesThatAreNotMoreProbable) {
+    using enum EAlternative;
+    for (const double p : {0.001, 0.2, 1.0 / 3.0, 0.75, 0.99}) {
+        for (int n = 0; n <= 24; ++n) {
+            std::vector<double> masses;
+            for (int k = 0; k <= n; ++k) {
+                masses.push_back(BinomialPdf(k, n, p));
+            }
+            for (int k = 0; k <= n; ++k) {
+                const double expected = two_sided(masses, static_cast<std::size_t>(k));
+                EXPECT_TRUE(within_relative(BinomialPValue(k + 0.9, n, p, TwoSided), expected,
+                                            kSumTolerance))
+                    << k << " of " << n << ", p = " << p;
+                EXPECT_EQ(BinomialPValue(k, n, p, UpperTailed), BinomialCdf(k - 1, n, p, true));
+                EXPECT_EQ(BinomialPValue(k, n, p, LowerTailed), BinomialCdf(k, n, p, false));
+            }
+        }
+    }
+}
+
+TEST(BinomialPValue, KeepsItsRulesAtTheEdges) {
+    using enum EAlternative;
+    EXPECT_EQ(BinomialPValue(3, 7, 0.5, TwoSided), 1.0);  // n / 2 rounded down
+    EXPECT_EQ(BinomialPValue(4, 7, 0.5, TwoSided), 1.0);  // twice a tail above one half
+    EXPECT_EQ(BinomialPValue(1, 7, 0.5, TwoSided), BinomialPValue(6, 7, 0.5, TwoSided));
+    EXPECT_EQ(BinomialPValue(1, 7, 0.5, TwoSided), 0.125);
+    EXPECT_EQ(BinomialPValue(0, 7, 0.0, TwoSided), 1.0);
+    EXPECT_EQ(BinomialPValue(1, 7, 0.0, TwoSided), 0.0);
+    EXPECT_EQ(BinomialPValue(7, 7, 1.0, TwoSided), 1.0);
+    EXPECT_EQ(BinomialPValue(-1, 7, 0.3, TwoSided), 0.0);
+    EXPECT_EQ(BinomialPValue(1e300, 7, 0.3, LowerTailed), 1.0);
+    EXPECT_EQ(BinomialPValue(3, 7, 0.3, static_cast<EAlternative>(2)), 0.0);
+    EXPECT_TRUE(IsNaN(BinomialPValue(MissingValue, 7, 0.3, TwoSided)));
+    EXPECT_TRUE(IsNaN(BinomialPValue(3, -1, 0.5, TwoSided)));
+    EXPECT_TRUE(IsNaN(BinomialCdf(1.0, 2.5, 0.5, false)));
+}
+
+TEST(HypergeometricPValue, AddsUpTheOutcomesThatAreNotMoreProbable) {
+    using enum EAlternative;
+    for (int population = 0; population <= 12; ++population) {
+        for (int events = 0; events <= population; ++events) {
+            for (int sample = 0; sample <= population; ++sample) {
+                std::vector<double> masses;
+                for (int k = 0; k <= population; ++k) {
+                    masses.push_back(HypergeometricPdf(k, population, events, sample));
+                }
+                for (int k = 0; k <= population; ++k) {
+                    const double got =
+                        HypergeometricPValue(k, population, events, sample, TwoSided);
+                    const double expected = two_sided(masses, static_cast<std::size_t>(k));
+                    EXPECT_TRUE(within_relative(got, expected, kSumTolerance))
+                        << k << " in " << population << " " << events << " " << sample;
+                }
+            }
+        }
+    }
+}
+
+TEST(DiscreteInvCdf, WalksTheValuesInAscendingOrder) {
+    constexpr int count = 60;
+    std::vector<double> values;
+    std::vector<double> probabilities;
+    std::map<double, double> sorted;
+    for (int i = 0; i < count; ++i) {
+        values.push_back((i * 37 % 23 - 11) * std::pow(10.0, i % 5 - 2));  // with repetitions
+        probabilities.push_back(i % 7 == 0 ? 0.0 : std::ldexp(1.0 + i % 3, -7));
+        if (probabilities.back() > 0.0) {
+            sorted[values.back()] += probabilities.back();
+        }
+    }
+    const auto quantile = [&](double p) {
+        return DiscreteInvCdf(p, values.data(), probabilities.data(), count);
+    };
+    double cumulative = 0.0;
+    double previous = 0.0;
+    for (const auto& [value, probability] : sorted) {
+        previous = cumulative;
+        cumulative += probability;
+        EXPECT_EQ(quantile(cumulative), value);
+        EXPECT_EQ(quantile(previous + 1e-12), value);
+    }
+    ASSERT_LT(cumulative, 1.0);
+    EXPECT_EQ(quantile(1.0), sorted.rbegin()->first);
+    EXPECT_EQ(quantile(0.0), sorted.begin()->first);
+}
+
+TEST(CmNegBinomialCdf, HasItsRootAtTheQuantile) {
+    kernels::CmNegBinomialCdf equation(0.3, 4.5, 0.8);
+    int status = -1;
+    EXPECT_EQ(kernels::regula_falsi_root(0.0, 100.0, equation, &status),
+              NegBinomialInvCdf(0.8, 0.3, 4.5));
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(equation.evaluate(-1.0), -0.8);
+    EXPECT_TRUE(within_relative(equation.evaluate(0.0), std::pow(0.3, 4.5) - 0.8, 1e-15));
+}
+
+}  // namespace
+}  // namespace vela::test
