@@ -44,6 +44,28 @@ VELA_API double TCritValue(double alpha, double df, EAlternative alternative, in
 ///      distributions, JASA 62
 VELA_API double TSidakCritValue(double alpha, double df, EAlternative alternative, int k);
 
+/// Critical values of chi-square and F are one-sided: the quantile at alpha for the lower
+/// alternative, at 1 - alpha for the upper one, and 0 for any other, the two-sided one included.
+
+/// Critical value of a chi-square statistic.
+///
+/// @param alpha        significance level in (0, 1)
+/// @param df           degrees of freedom > 0
+/// @param alternative  -1: the lower quantile; 1: the upper one; any other value: the result is 0
+/// @return the critical value; NaN when there is none
+/// @accuracy see ChiSqInvCdf()
+VELA_API double ChiSqCritValue(double alpha, double df, EAlternative alternative);
+
+/// Critical value of an F statistic.
+///
+/// @param alpha        significance level in (0, 1)
+/// @param df1          degrees of freedom of the numerator > 0
+/// @param df2          degrees of freedom of the denominator > 0
+/// @param alternative  -1: the lower quantile; 1: the upper one; any other value: the result is 0
+/// @return the critical value; NaN when there is none
+/// @accuracy see FInvCdf()
+VELA_API double FCritValue(double alpha, double df1, double df2, EAlternative alternative);
+
 }  // namespace vela
 
 #endif

@@ -31,6 +31,54 @@ VELA_API double NormalPValue(double z, EAlternative alternative);
 /// @accuracy see TCdf()
 VELA_API double TPValue(double t, double df, EAlternative alternative);
 
+/// P-value of a statistic with the central chi-square distribution.
+///
+/// @param x            statistic; up to 0 the lower tail is 0 and the upper one 1 whatever the
+///                     degrees of freedom; ::MissingValue gives NaN
+/// @param df           degrees of freedom > 0, need not be whole
+/// @param alternative  which tail
+/// @return probability in [0, 1]; NaN for invalid degrees of freedom and x > 0
+/// @accuracy see ChiSqCdf()
+VELA_API double ChiSqPValue(double x, double df, EAlternative alternative);
+
+/// P-value of a statistic with the central F distribution.
+///
+/// @param f            statistic; up to 0 the lower tail is 0 and the upper one 1; ::MissingValue
+///                     gives NaN
+/// @param df1          degrees of freedom of the numerator > 0, need not be whole
+/// @param df2          degrees of freedom of the denominator > 0, need not be whole
+/// @param alternative  which tail
+/// @return probability in [0, 1]; NaN for invalid degrees of freedom
+/// @accuracy see FCdf()
+VELA_API double FPValue(double f, double df1, double df2, EAlternative alternative);
+
+/// P-value of a number of events in independent trials: P(X <= x), P(X >= x), or, two-sided, the
+/// total probability of all outcomes that are not more probable than x (more by less than a part in
+/// 1e7 counts as equal), which is 1 at a mode. With p = 0.5 the two-sided value is twice the
+/// smaller tail, at most 1, and 1 where x is n / 2 rounded down.
+///
+/// @param x            number of events, truncated to a whole number; ::MissingValue gives NaN
+/// @param n            number of trials >= 0
+/// @param p            event probability in [0, 1]
+/// @param alternative  which tail
+/// @return probability in [0, 1]; two-sided 0 outside 0..n; NaN for invalid parameters and NaN
+/// @accuracy see BinomialCdf()
+VELA_API double BinomialPValue(double x, int n, double p, EAlternative alternative);
+
+/// P-value of a number of events in a sample drawn without replacement, as Fisher's exact test asks
+/// for: P(X <= x), P(X >= x), or, two-sided, the total probability of all outcomes that are not
+/// more probable than x (more by less than a part in 1e7 counts as equal), which is 1 at a mode.
+///
+/// @param x            number of events in the sample
+/// @param population   size of the population
+/// @param events       number of events in the population, 0 to population
+/// @param sample       size of the sample, 0 to population
+/// @param alternative  which tail
+/// @return probability in [0, 1]; two-sided 0 outside the support; NaN for invalid parameters
+/// @accuracy see HypergeometricCdf()
+VELA_API double HypergeometricPValue(int x, int population, int events, int sample,
+                                     EAlternative alternative);
+
 }  // namespace vela
 
 #endif

@@ -1,6 +1,8 @@
 #include "vela/critical_values.hpp"
 
 #include "conventions/call_frame.hpp"
+#include "distributions/chi_sq.hpp"
+#include "distributions/f.hpp"
 #include "distributions/normal.hpp"
 #include "distributions/t.hpp"
 #include "kernels/guarded.hpp"
@@ -33,6 +35,28 @@ double t_sidak_crit_value(double alpha, double df, EAlternative alternative, int
     return t_inv_cdf(symmetric_probability(level, alternative), df, 0.0);
 }
 
+/// Of a distribution on the positive half-line: the quantile at either end, 0 for any other
+/// alternative.
+template <class Quantile>
+double one_sided_crit_value(double alpha, EAlternative alternative, Quantile quantile) {
+    switch (alternative) {
+        case EAlternative::LowerTailed: return quantile(alpha);
+        case EAlternative::UpperTailed: return quantile(1.0 - alpha);
+        case EAlternative::TwoSided: break;
+    }
+    return 0.0;
+}
+
+double chi_sq_crit_value(double alpha, double df, EAlternative alternative) {
+    return one_sided_crit_value(alpha, alternative,
+                                [=](double p) { return central_chi_sq_inv_cdf(p, df); });
+}
+
+double f_crit_value(double alpha, double df1, double df2, EAlternative alternative) {
+    return one_sided_crit_value(alpha, alternative,
+                                [=](double p) { return f_inv_cdf(p, df1, df2, 0.0); });
+}
+
 }  // namespace
 }  // namespace distributions
 
@@ -49,6 +73,14 @@ double TCritValue(double alpha, double df, EAlternative alternative, int k) {
 
 double TSidakCritValue(double alpha, double df, EAlternative alternative, int k) {
     return call<kGivesMissing>(distributions::t_sidak_crit_value, alpha, df, alternative, k);
+}
+
+double ChiSqCritValue(double alpha, double df, EAlternative alternative) {
+    return call<kGivesMissing>(distributions::chi_sq_crit_value, alpha, df, alternative);
+}
+
+double FCritValue(double alpha, double df1, double df2, EAlternative alternative) {
+    return call<kGivesMissing>(distributions::f_crit_value, alpha, df1, df2, alternative);
 }
 
 }  // namespace vela

@@ -1,7 +1,11 @@
 #include "kernels/real_functions.hpp"
 
 #include "conventions/error_channel.hpp"
+#include "kernels/count.hpp"
 #include "kernels/guarded.hpp"
+#include "kernels/neg_binomial.hpp"
+#include "kernels/noncentral_chi_square.hpp"
+#include "kernels/noncentral_f.hpp"
 #include "kernels/noncentral_t.hpp"
 #include "kernels/normal.hpp"
 #include "vela/missing_value.hpp"
@@ -71,6 +75,38 @@ double CmTCdf::evaluate(double x) {
     return kernel_failed() ? MissingValue : lower - m_probability;
 }
 
+CmChiSqCdf::CmChiSqCdf(double df, double noncentrality, double p)
+    : CmRealFunction(false, p, {0.0, 1e-12, 0.0, 1e-12}),
+      m_df(df),
+      m_noncentrality(noncentrality),
+      m_probability(p) {}
+
+double CmChiSqCdf::evaluate(double x) {
+    double lower = 0.0;
+    if (!std::islessequal(x, 0.0)) {
+        double upper = 0.0;
+        chi2_ncdf(x, m_df, m_noncentrality, &lower, &upper);
+        if (kernel_failed()) {
+            return MissingValue;
+        }
+    }
+    return lower - m_probability;
+}
+
+CmFCdf::CmFCdf(double df1, double df2, double noncentrality, double p)
+    : CmRealFunction(false, p, {0.0, 1e-12, 0.0, 1e-12}),
+      m_df1(df1),
+      m_df2(df2),
+      m_noncentrality(noncentrality),
+      m_probability(p) {}
+
+double CmFCdf::evaluate(double x) {
+    double lower = 0.0;
+    double upper = 0.0;
+    F_ncdf(x, m_df1, m_df2, m_noncentrality, &lower, &upper);
+    return kernel_failed() ? MissingValue : lower - m_probability;
+}
+
 CmGammaCdf::CmGammaCdf(double shape, double p)
     : CmRealFunction(false, p, {0.0, 1e-12, 0.0, 1e-12}), m_shape(shape), m_probability(p) {}
 
@@ -86,10 +122,31 @@ double CmGammaCdf::evaluate(double x) {
     return P - m_probability;
 }
 
+CmNegBinomialCdf::CmNegBinomialCdf(double eventProbability, double eventCount, double p)
+    : CmRealFunction(true, p, {0.0, 1e-12, 0.0, 1e-12}),
+      m_eventProbability(eventProbability),
+      m_eventCount(eventCount),
+      m_probability(p) {}
+
+double CmNegBinomialCdf::evaluate(double x) {
+    double lower = 0.0;
+    if (!std::isless(x, 0.0)) {
+        double upper = 0.0;
+        neg_binomial_df(count_at(x).k, m_eventProbability, m_eventCount, &lower, &upper);
+        if (kernel_failed()) {
+            return MissingValue;
+        }
+    }
+    return lower - m_probability;
+}
+
 CmLambdaTransform::CmLambdaTransform(double lambda, double target)
     : CmRealFunction(false, target, {0.0, 1e-12, 0.0, 1e-12}), m_lambda(lambda) {}
 
 double CmLambdaTransform::evaluate(double x) {
+    if (m_lambda == 0.0) {
+        return safe_log(x) - safe_log(1.0 - x) - target();  // the limit, a logistic quantile
+    }
     return (safe_pow(x, m_lambda) - safe_pow(1.0 - x, m_lambda)) / m_lambda - target();
 }
 

@@ -69,6 +69,31 @@ private:
     double m_probability;
 };
 
+/// P(X <= x) - p for the chi-square distribution.
+class CmChiSqCdf : public CmRealFunction {
+public:
+    CmChiSqCdf(double df, double noncentrality, double p);
+    double evaluate(double x) override;
+
+private:
+    double m_df;
+    double m_noncentrality;
+    double m_probability;
+};
+
+/// P(F <= x) - p for the F distribution.
+class CmFCdf : public CmRealFunction {
+public:
+    CmFCdf(double df1, double df2, double noncentrality, double p);
+    double evaluate(double x) override;
+
+private:
+    double m_df1;
+    double m_df2;
+    double m_noncentrality;
+    double m_probability;
+};
+
 /// P(X <= x) - p for the gamma distribution with unit scale.
 class CmGammaCdf : public CmRealFunction {
 public:
@@ -77,6 +102,18 @@ public:
 
 private:
     GammaShape m_shape;
+    double m_probability;
+};
+
+/// P(X <= x) - p for the number X of non-events before the given number of events.
+class CmNegBinomialCdf : public CmRealFunction {
+public:
+    CmNegBinomialCdf(double eventProbability, double eventCount, double p);
+    double evaluate(double x) override;
+
+private:
+    double m_eventProbability;
+    double m_eventCount;
     double m_probability;
 };
 
