@@ -25,7 +25,15 @@ enum class Domain {
     kProbability,
     kFlag,
     kAlternative,
-    kComparisons
+    kComparisons,
+    kSize,
+    kInteger,
+    kRows,
+    kHalf,
+    kShape,
+    kUnitInterval,
+    kLambda,
+    kSumOfSquares
 };
 
 struct Entry {
