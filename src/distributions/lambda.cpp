@@ -28,7 +28,8 @@ constexpr double kLargeExponent = 700.0;
 /// T(|z|) and how it goes on, at the logit s.
 struct Straightened {
     double value;
-    double slope;  // dT / ds
+    double rate;  // dT / ds = rate / rest; apart, because next to s = 0 the quotient may overflow
+    double rest;
 };
 
 /// -ln(1 - l w) / l where l w is not near 1, from l s with w = e^(-l b) (1 - e^(-l s)) / l.
@@ -44,7 +45,7 @@ Straightened straightened_negative(double lambda, double s, double v, double b) 
     const double rest = -std::expm1(-m * s) + std::exp(-m * (s + b));  // (1 - l w) v^m
     const double value =
         m * (s + b) < 1.0 ? straightened_near_centre(lambda, s, b) : (s + b) + std::log(rest) / m;
-    return {value, ((1.0 - v) + std::exp(-m * s) * v) / rest};
+    return {value, (1.0 - v) + std::exp(-m * s) * v, rest};
 }
 
 Straightened straightened_positive(double lambda, double s, double v, double b) {
@@ -52,11 +53,11 @@ Straightened straightened_positive(double lambda, double s, double v, double b) 
     const double powerOfRest = std::exp(-lambda * b);
     const double rest = -std::expm1(-lambda * b) + powerOfV;  // 1 - l w, a sum of positive terms
     if (!(rest > 1e-300)) {
-        return {kVanishingLogit, 0.0};
+        return {kVanishingLogit, 0.0, 1.0};
     }
     const double value =
         rest > 0.5 ? straightened_near_centre(lambda, s, b) : -std::log(rest) / lambda;
-    return {value, (powerOfV * (1.0 - v) + powerOfRest * v) / rest};
+    return {value, powerOfV * (1.0 - v) + powerOfRest * v, rest};
 }
 
 kernels::TailAndSlope straightened_at(double lambda, double s) {
@@ -66,7 +67,7 @@ kernels::TailAndSlope straightened_at(double lambda, double s) {
     const double b = std::log1p(e);
     const Straightened t = lambda < 0.0 ? straightened_negative(lambda, s, v, b)
                                         : straightened_positive(lambda, s, v, b);
-    return {t.value, s * t.slope};
+    return {t.value, t.rest > 0.0 ? s * t.rate / t.rest : 0.0};
 }
 
 /// T(|z|); infinite at and beyond the end of a bounded support.
