@@ -13,7 +13,7 @@ foreach(line IN LISTS symbols)
   string(REGEX REPLACE "^[0-9a-f]* *. " "" name "${line}")
   string(REGEX REPLACE "^(vtable|typeinfo|typeinfo name) for " "" name "${name}")
   if(NOT name MATCHES "^vela::"
-     OR name MATCHES "^vela::(conventions|descriptive|distributions|hypothesis|kernels)::")
+     OR name MATCHES "^vela::(clustering|conventions|descriptive|distributions|hypothesis|kernels)::")
     message(SEND_ERROR "exported, but not public: ${line}")
   endif()
 endforeach()

@@ -1,0 +1,210 @@
+#include "clustering/literal_rule.hpp"
+#include "support/equality.hpp"
+#include "support/floating_point_state.hpp"
+#include "support/threads.hpp"
+#include "vela/floating_point.hpp"
+#include "vela/missing_value.hpp"
+#include "vela/nms/clustering/hierarchical_clustering.hpp"
+#include "vela/nms/types/make_containers.hpp"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <memory>
+#include <random>
+#include <utility>
+#include <vector>
+
+namespace vela::test {
+namespace {
+
+using namespace nms::clustering;
+using Steps = std::unique_ptr<nms::types::IReadableVector<ClusterStep>>;
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr LinkageEnums kLinkages[] = {
+    LinkageEnums::Average,  LinkageEnums::Single, LinkageEnums::Complete, LinkageEnums::Ward,
+    LinkageEnums::McQuitty, LinkageEnums::Median, LinkageEnums::Centroid};
+
+template <class Draw>
+DistanceMatrix make_matrix(int rows, Draw draw) {
+    DistanceMatrix matrix;
+    matrix.Init(rows, 0.0);
+    for (int i = 0; i < rows; ++i) {
+        for (int j = 0; j < i; ++j) {
+            matrix.Set(i, j, draw());
+        }
+    }
+    return matrix;
+}
+
+bool same_steps(const Steps& got, const std::vector<ClusterStep>& expected) {
+    bool same = got->size() == static_cast<int>(expected.size());
+    for (int i = 0; same && i < got->size(); ++i) {
+        const ClusterStep& a = (*got)[i];
+        const ClusterStep& b = expected[static_cast<std::size_t>(i)];
+        same = a.cluster1 == b.cluster1 && a.cluster2 == b.cluster2 && a.size == b.size &&
+               same_bits(a.distance, b.distance);
+    }
+    return same;
+}
+
+bool same_matrix(const DistanceMatrix& a, const DistanceMatrix& b) {
+    bool same = a.RowCount() == b.RowCount();
+    for (int i = 0; same && i < a.RowCount(); ++i) {
+        for (int j = 0; same && j < i; ++j) {
+            same = same_bits(a(i, j), b(i, j));
+        }
+    }
+    return same;
+}
+
+/// Runs the library and the literal rule on copies; compares steps and what is left in the matrix.
+void expect_literal_rule(const DistanceMatrix& matrix, const char* kind) {
+    for (const LinkageEnums linkage : kLinkages) {
+        DistanceMatrix ours = matrix;
+        DistanceMatrix literal = matrix;
+        const Steps steps(RunClustering(linkage, 1.0, ours));
+        const std::vector<ClusterStep> expected = LiteralRule(linkage, &literal).run();
+        const auto context = [&] {
+            return testing::Message() << kind << ", linkage " << static_cast<int>(linkage) << ", "
+                                      << matrix.RowCount() << " rows";
+        };
+        EXPECT_TRUE(same_steps(steps, expected)) << context();
+        EXPECT_TRUE(same_matrix(ours, literal)) << context();
+    }
+}
+
+TEST(RunClustering, IsTheLiteralRuleBitForBit) {
+    std::mt19937_64 random(20240607);
+    const auto uniform = [&] { return static_cast<double>(random() >> 11) * 0x1p-53; };
+    const auto integer = [&](unsigned bound) { return static_cast<double>(1 + random() % bound); };
+    for (int round = 0; round < 800; ++round) {
+        const int rows = static_cast<int>(random() % 41);
+        expect_literal_rule(make_matrix(rows, uniform), "no ties");
+        expect_literal_rule(make_matrix(rows, [&] { return integer(6); }), "ties");
+        expect_literal_rule(make_matrix(rows, [&] { return integer(2); }), "two values");
+        expect_literal_rule(
+            make_matrix(rows, [&] { return random() % 8 != 0 ? integer(6) : kNaN; }), "NaN");
+        expect_literal_rule(make_matrix(rows,
+                                        [&] {
+                                            return random() % 20 != 0
+                                                       ? uniform() - 0.5
+                                                       : (random() % 2 != 0 ? 0.0 : -0.0);
+                                        }),
+                            "both signs");
+        const double odd[] = {kInfinity, -kInfinity, 0.0, -0.0, 1e308, -1.0, 1.0, kNaN};
+        expect_literal_rule(make_matrix(rows, [&] { return odd[random() % 8]; }), "odd values");
+    }
+    // Rows enough for the lists of candidates to run empty many times.
+    const int rows = 300;
+    expect_literal_rule(make_matrix(rows, uniform), "no ties");
+    expect_literal_rule(make_matrix(rows, [&] { return integer(1000); }), "ties");
+    double rising = 0.0;
+    expect_literal_rule(make_matrix(rows, [&] { return rising += 1.0; }), "rising");
+    double falling = 0.0;
+    expect_literal_rule(make_matrix(rows, [&] { return falling -= 1.0; }), "falling");
+}
+
+TEST(RunClustering, WithoutPairsThereAreNoSteps) {
+    for (const int rows : {0, 1}) {
+        for (const LinkageEnums linkage : kLinkages) {
+            DistanceMatrix matrix = make_matrix(rows, [] { return 1.0; });
+            const Steps steps(RunClustering(linkage, 1.0, matrix));
+            ASSERT_NE(steps, nullptr);
+            EXPECT_EQ(steps->size(), 0);
+        }
+    }
+}
+
+TEST(RunClustering, SimilarityRefersToTheGivenOrTheLargestFiniteDistance) {
+    const std::pair<double, double> references[] = {{2.5, 2.5},  {0.0, 4.0},       {-1.0, 4.0},
+                                                    {kNaN, 4.0}, {kInfinity, 4.0}, {1e-3, 1e-3}};
+    for (const auto& [given, used] : references) {
+        DistanceMatrix matrix = make_matrix(3, [] { return 4.0; });
+        matrix.Set(0, 1, kInfinity);
+        matrix.Set(1, 2, 1.0);
+        const Steps steps(RunClustering(LinkageEnums::Single, given, matrix));
+        EXPECT_EQ((*steps)[0].similarity, (1.0 - 1.0 / used) * 100.0);
+        EXPECT_EQ((*steps)[1].similarity, (1.0 - 4.0 / used) * 100.0);
+    }
+    DistanceMatrix zeros = make_matrix(3, [] { return -0.0; });
+    const Steps steps(RunClustering(LinkageEnums::Average, 0.0, zeros));
+    EXPECT_EQ((*steps)[0].similarity, 100.0);
+}
+
+TEST(RunClustering, UnknownLinkageIsReportedAndLeavesTheMatrix) {
+    for (const int code : {999, 1007, 0, -1}) {
+        DistanceMatrix matrix = make_matrix(3, [] { return 4.0; });
+        testing::internal::CaptureStdout();
+        EXPECT_EQ(RunClustering(static_cast<LinkageEnums>(code), 1.0, matrix), nullptr);
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), "invalid linkage\n");
+        EXPECT_TRUE(same_matrix(matrix, make_matrix(3, [] { return 4.0; })));
+    }
+}
+
+TEST(Clustering, RaisesNoTrapAndGivesTheStateBack) {
+    on_thread(Registration::kRegistered, [] {
+        const double odd[] = {kNaN, kInfinity, 1e308, 1.0, -kInfinity, 0.0, 1e-308, MissingValue};
+        const std::unique_ptr<nms::types::IRectangularArray<double>> table(
+            nms::types::MakeRectangularArrayOver(odd, 4, 2));
+        SetKroFpuStates();
+        const bool armed = traps_are_armed();
+        DistanceMatrix matrix;
+        for (int kind = 2000; kind <= 2004; ++kind) {
+            CreateForClusterObservations(matrix, *table, static_cast<DistanceEnums>(kind));
+            for (const LinkageEnums linkage : kLinkages) {
+                DistanceMatrix copy = matrix;
+                const Steps steps(RunClustering(linkage, kNaN, copy));
+                const std::unique_ptr<nms::types::IReadableVector<int>> members(
+                    FindMembersWithCut(*steps, kNaN));
+                EXPECT_EQ(members->size(), 4);
+            }
+        }
+        CreateForClusterVariables(matrix, *table, true);
+        EXPECT_EQ(matrix.RowCount(), 2);
+        EXPECT_EQ(traps_are_armed(), armed);
+        ResetFpuStates();
+    });
+}
+
+TEST(FindMembers, FirstStepBeyondTheCutStops) {
+    const ClusterStep steps[] = {
+        {0.0, 1.0, 1, 3, 2}, {0.0, 2.0, 0, 4, 2}, {0.0, 1.5, 0, 2, 3}, {0.0, kNaN, 0, 1, 5}};
+    const Steps all(nms::types::MakeVectorOver(steps, 4));
+    const std::pair<double, std::vector<int>> cuts[] = {
+        {0.5, {1, 2, 3, 4, 5}}, {1.0, {1, 2, 3, 2, 4}},       {1.9, {1, 2, 3, 2, 4}},
+        {2.0, {1, 2, 1, 2, 1}}, {kInfinity, {1, 2, 1, 2, 1}}, {kNaN, {1, 2, 3, 4, 5}}};
+    for (const auto& [cut, expected] : cuts) {
+        const std::unique_ptr<nms::types::IReadableVector<int>> members(
+            FindMembersWithCut(*all, cut));
+        for (int row = 0; row < 5; ++row) {
+            EXPECT_EQ((*members)[row], expected[static_cast<std::size_t>(row)]) << cut;
+        }
+    }
+    for (const int count :
+         {std::numeric_limits<int>::min(), 0, 1, 5, 6, std::numeric_limits<int>::max()}) {
+        const std::unique_ptr<nms::types::IReadableVector<int>> members(
+            FindMembersWithNumber(*all, count));
+        EXPECT_EQ((*members)[4], count < 5 ? 1 : 5) << count;
+    }
+}
+
+TEST(FindMembers, StepsThatNameNoRowsArePassedOver) {
+    const int low = std::numeric_limits<int>::min();
+    const int high = std::numeric_limits<int>::max();
+    const ClusterStep steps[] = {{0.0, 0.0, low, high, 0},
+                                 {0.0, 0.0, 1, 1, 0},
+                                 {0.0, 0.0, 2, 1, 0},
+                                 {0.0, 0.0, 0, 5, 0},
+                                 {0.0, 0.0, -1, 2, 0}};
+    const Steps all(nms::types::MakeVectorOver(steps, 5));
+    const std::unique_ptr<nms::types::IReadableVector<int>> members(FindMembersWithNumber(*all, 1));
+    for (int row = 0; row < 6; ++row) {
+        EXPECT_EQ((*members)[row], row == 5 ? 1 : row + 1);
+    }
+}
+
+}  // namespace
+}  // namespace vela::test
