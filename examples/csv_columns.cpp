@@ -170,22 +170,34 @@ void add_cell(const CsvRows& rows, Column* column) {
     }
 }
 
-std::vector<Column> read_columns(const std::string& path, const std::vector<std::string>& names) {
-    CsvRows rows(path);
-    if (!rows.next()) {
+/// Moves to the next row, which has to be as wide as the header; false at the end of the file.
+bool next_row(CsvRows* rows, std::size_t width) {
+    if (!rows->next()) {
+        return false;
+    }
+    if (rows->cells().size() != width) {
+        rows->fail(": the number of cells is " + std::to_string(rows->cells().size()) + ", but " +
+                   std::to_string(width) + " in the header");
+    }
+    return true;
+}
+
+void require_header(CsvRows* rows) {
+    if (!rows->next()) {
         throw InputError("the file has no header row");
     }
+}
+
+std::vector<Column> read_columns(const std::string& path, const std::vector<std::string>& names) {
+    CsvRows rows(path);
+    require_header(&rows);
     std::vector<Column> columns;
     columns.reserve(names.size());
     for (const std::string& name : names) {
         columns.push_back(find_column(rows, name));
     }
     const std::size_t width = rows.cells().size();
-    while (rows.next()) {
-        if (rows.cells().size() != width) {
-            rows.fail(": the number of cells is " + std::to_string(rows.cells().size()) + ", but " +
-                      std::to_string(width) + " in the header");
-        }
+    while (next_row(&rows, width)) {
         for (Column& column : columns) {
             add_cell(rows, &column);
         }
@@ -209,4 +221,20 @@ std::vector<std::vector<double>> read_csv_columns(const std::string& path,
         throw InputError(printable(path, path.size()) + ": " + error.what());
     }
     return values;
+}
+
+std::vector<std::string> read_csv_labels(const std::string& path, const std::string& name) {
+    std::vector<std::string> labels;
+    try {
+        CsvRows rows(path);
+        require_header(&rows);
+        const std::size_t index = find_column(rows, name).index;
+        const std::size_t width = rows.cells().size();
+        while (next_row(&rows, width)) {
+            labels.push_back(rows.cells()[index]);
+        }
+    } catch (const InputError& error) {
+        throw InputError(printable(path, path.size()) + ": " + error.what());
+    }
+    return labels;
 }

@@ -15,4 +15,9 @@
 std::vector<std::vector<double>> read_csv_columns(const std::string& path,
                                                   const std::vector<std::string>& names);
 
+/// Reads the text of one column of such a file, with a cell for every row.
+///
+/// @throws InputError as above
+std::vector<std::string> read_csv_labels(const std::string& path, const std::string& name);
+
 #endif
