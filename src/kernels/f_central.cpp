@@ -92,7 +92,13 @@ CentralF::Place CentralF::place(double x) const {
 }
 
 void CentralF::point_tails(const Place& place, double* lower, double* upper) const {
-    m_shapes.tails(BetaPoint::from_ratio(place.ratio), upper, lower);
+    // The ratio grows with F, and x of the beta distribution falls: its lower tail is F's upper
+    // one.
+    double betaLower = 0.0;
+    double betaUpper = 0.0;
+    m_shapes.tails(BetaPoint::from_ratio(place.ratio), &betaLower, &betaUpper);
+    *lower = betaUpper;
+    *upper = betaLower;
     if (place.logExcess == 0.0 || conventions::kernel_failed()) {
         return;
     }
