@@ -54,9 +54,9 @@ double value_unless_overflow(double fallback, Compute compute) {
         if ((recorded_faults() & (kDivideByZeroFault | kOverflowFault)) == 0) {
             return value;
         }
-        clear_recorded_faults();
     } catch (const std::runtime_error&) {
     }
+    clear_recorded_faults();  // of the fault itself, and of one on the way to the throw
     return fallback;
 }
 
