@@ -1,4 +1,5 @@
-# Runs PROGRAM with ARGUMENTS and checks the line LINE as KIND says; see CMakeLists.txt.
+# Runs PROGRAM, the one called NAME, with ARGUMENTS and checks the line LINE as KIND says; see
+# CMakeLists.txt.
 
 execute_process(COMMAND ${PROGRAM} ${ARGUMENTS}
   RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
@@ -12,7 +13,7 @@ if(KIND STREQUAL "OUTPUT")
   endif()
 else()
   set(expectedStatus 1)
-  if(NOT output STREQUAL "" OR NOT errors STREQUAL "vela_means: ${LINE}\n")
+  if(NOT output STREQUAL "" OR NOT errors STREQUAL "${NAME}: ${LINE}\n")
     set(wrong TRUE)
   endif()
 endif()
