@@ -69,8 +69,7 @@ TEST(CreateForClusterObservations, UsesWhatBothRowsHaveScaledUp) {
     const std::vector<double> values = {0, 1, 5, 2,    kNaN, 3,    5,    MissingValue,
                                         3, 8, 5, kNaN, kNaN, kNaN, kNaN, 1};
     const Table table = make_table(values, 4);
-    const double v1 = 4.5;
-    const double v2 = 13.0;
+    const double v1 = 4.5, v2 = 13.0;
     struct Case {
         DistanceEnums kind;
         double rows01, rows02, rows12, rows03;
@@ -137,20 +136,17 @@ struct Shape final : nms::types::IRectangularArray<double> {
 };
 
 TEST(CreateForCluster, OddShapes) {
+    using enum StatlibraryErrorCode;
+    constexpr int most = std::numeric_limits<int>::max();
     struct Case {
         int rows, columns;
         StatlibraryErrorCode code;
     };
-    const Case cases[] = {{0, 0, StatlibraryErrorCode::Success},
-                          {0, 3, StatlibraryErrorCode::Success},
-                          {3, 0, StatlibraryErrorCode::Success},
-                          {1, 1, StatlibraryErrorCode::Success},
-                          {-1, 3, StatlibraryErrorCode::InvalidSize},
-                          {3, -1, StatlibraryErrorCode::InvalidSize},
-                          {std::numeric_limits<int>::max(), std::numeric_limits<int>::max(),
-                           StatlibraryErrorCode::OutOfMemory}};
+    const Case cases[] = {{0, 0, Success},          {0, 3, Success},      {3, 0, Success},
+                          {1, 1, Success},          {-1, 3, InvalidSize}, {3, -1, InvalidSize},
+                          {most, most, OutOfMemory}};
     for (const Case& c : cases) {
-        const bool isSuccess = c.code == StatlibraryErrorCode::Success;
+        const bool isSuccess = c.code == Success;
         DistanceMatrix matrix;
         matrix.Init(5, 1.0);
         EXPECT_EQ(
@@ -167,7 +163,7 @@ TEST(CreateForCluster, OddShapes) {
     for (const int kind : {1999, 2005, 0}) {
         EXPECT_EQ(
             CreateForClusterObservations(matrix, Shape(2, 2), static_cast<DistanceEnums>(kind)),
-            StatlibraryErrorCode::InvalidEnumeration);
+            InvalidEnumeration);
         EXPECT_EQ(matrix.RowCount(), 3);
     }
 }

@@ -13,8 +13,11 @@ namespace vela::test {
 /// Hierarchical clustering as the rule says it, without any shortcut: every search looks at every
 /// row, at once. The distances come from their formulas, written here for themselves.
 class LiteralRule {
+    using ClusterStep = nms::clustering::ClusterStep;
+    using LinkageEnums = nms::clustering::LinkageEnums;
+
 public:
-    LiteralRule(nms::clustering::LinkageEnums linkage, nms::clustering::DistanceMatrix* distances)
+    LiteralRule(LinkageEnums linkage, nms::clustering::DistanceMatrix* distances)
         : m_linkage(linkage), m_distances(*distances) {
         const auto rows = static_cast<std::size_t>(m_distances.RowCount());
         m_isActive.assign(rows, true);
@@ -23,9 +26,9 @@ public:
         m_partner.assign(rows, 0);
     }
 
-    std::vector<nms::clustering::ClusterStep> run() {
+    std::vector<ClusterStep> run() {
         const int rows = m_distances.RowCount();
-        std::vector<nms::clustering::ClusterStep> steps;
+        std::vector<ClusterStep> steps;
         for (int i = 0; i < rows; ++i) {
             search(i);
         }
@@ -55,9 +58,8 @@ private:
         }
     }
 
-    nms::clustering::ClusterStep choose() {
-        nms::clustering::ClusterStep best = {0.0, std::numeric_limits<double>::infinity(), -1, -1,
-                                             0};
+    ClusterStep choose() {
+        ClusterStep best = {0.0, std::numeric_limits<double>::infinity(), -1, -1, 0};
         int highest[2] = {-1, -1};
         for (int i = 0; i < m_distances.RowCount(); ++i) {
             if (!is_active(i)) {
@@ -82,20 +84,17 @@ private:
         return best;
     }
 
-    void update_distances(const nms::clustering::ClusterStep& step) {
-        const int lo = step.cluster1;
-        const int hi = step.cluster2;
+    void update_distances(const ClusterStep& step) {
         for (int k = 0; k < m_distances.RowCount(); ++k) {
-            if (is_active(k) && k != lo && k != hi) {
-                m_distances.Set(k, lo, merged_distance(step, k));
+            if (is_active(k) && k != step.cluster1 && k != step.cluster2) {
+                m_distances.Set(k, step.cluster1, merged_distance(step, k));
             }
         }
-        size(lo) = step.size;
-        m_isActive[static_cast<std::size_t>(hi)] = false;
+        size(step.cluster1) = step.size;
+        m_isActive[static_cast<std::size_t>(step.cluster2)] = false;
     }
 
-    double merged_distance(const nms::clustering::ClusterStep& step, int k) {
-        using nms::clustering::LinkageEnums;
+    double merged_distance(const ClusterStep& step, int k) {
         const double ij = step.distance;
         const double ik = m_distances(k, step.cluster1);
         const double jk = m_distances(k, step.cluster2);
@@ -116,7 +115,7 @@ private:
         return 0.0;
     }
 
-    void update_neighbours(const nms::clustering::ClusterStep& step) {
+    void update_neighbours(const ClusterStep& step) {
         const int lo = step.cluster1;
         const int hi = step.cluster2;
         for (int i = 0; i < m_distances.RowCount(); ++i) {
@@ -132,7 +131,7 @@ private:
         }
     }
 
-    nms::clustering::LinkageEnums m_linkage;
+    LinkageEnums m_linkage;
     nms::clustering::DistanceMatrix& m_distances;
     std::vector<bool> m_isActive;
     std::vector<int> m_size;

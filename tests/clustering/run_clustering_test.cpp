@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <limits>
 #include <memory>
 #include <random>
@@ -80,22 +81,20 @@ TEST(RunClustering, IsTheLiteralRuleBitForBit) {
     std::mt19937_64 random(20240607);
     const auto uniform = [&] { return static_cast<double>(random() >> 11) * 0x1p-53; };
     const auto integer = [&](unsigned bound) { return static_cast<double>(1 + random() % bound); };
+    const double odd[] = {kInfinity, -kInfinity, 0.0, -0.0, 1e308, -1.0, 1.0, kNaN};
+    const std::pair<const char*, std::function<double()>> draws[] = {
+        {"no ties", uniform},
+        {"ties", [&] { return integer(6); }},
+        {"two values", [&] { return integer(2); }},
+        {"NaN", [&] { return random() % 8 != 0 ? integer(6) : kNaN; }},
+        {"both signs",
+         [&] { return random() % 20 != 0 ? uniform() - 0.5 : odd[2 + random() % 2]; }},
+        {"odd values", [&] { return odd[random() % 8]; }}};
     for (int round = 0; round < 800; ++round) {
-        const int rows = static_cast<int>(random() % 41);
-        expect_literal_rule(make_matrix(rows, uniform), "no ties");
-        expect_literal_rule(make_matrix(rows, [&] { return integer(6); }), "ties");
-        expect_literal_rule(make_matrix(rows, [&] { return integer(2); }), "two values");
-        expect_literal_rule(
-            make_matrix(rows, [&] { return random() % 8 != 0 ? integer(6) : kNaN; }), "NaN");
-        expect_literal_rule(make_matrix(rows,
-                                        [&] {
-                                            return random() % 20 != 0
-                                                       ? uniform() - 0.5
-                                                       : (random() % 2 != 0 ? 0.0 : -0.0);
-                                        }),
-                            "both signs");
-        const double odd[] = {kInfinity, -kInfinity, 0.0, -0.0, 1e308, -1.0, 1.0, kNaN};
-        expect_literal_rule(make_matrix(rows, [&] { return odd[random() % 8]; }), "odd values");
+        const int size = static_cast<int>(random() % 41);
+        for (const auto& [kind, draw] : draws) {
+            expect_literal_rule(make_matrix(size, draw), kind);
+        }
     }
     // Rows enough for the lists of candidates to run empty many times.
     const int rows = 300;
@@ -105,17 +104,6 @@ TEST(RunClustering, IsTheLiteralRuleBitForBit) {
     expect_literal_rule(make_matrix(rows, [&] { return rising += 1.0; }), "rising");
     double falling = 0.0;
     expect_literal_rule(make_matrix(rows, [&] { return falling -= 1.0; }), "falling");
-}
-
-TEST(RunClustering, WithoutPairsThereAreNoSteps) {
-    for (const int rows : {0, 1}) {
-        for (const LinkageEnums linkage : kLinkages) {
-            DistanceMatrix matrix = make_matrix(rows, [] { return 1.0; });
-            const Steps steps(RunClustering(linkage, 1.0, matrix));
-            ASSERT_NE(steps, nullptr);
-            EXPECT_EQ(steps->size(), 0);
-        }
-    }
 }
 
 TEST(RunClustering, SimilarityRefersToTheGivenOrTheLargestFiniteDistance) {

@@ -1,6 +1,8 @@
 #include "vela/v0/correlation.hpp"
+#include "descriptive/plain_sum.hpp"
 #include "support/equality.hpp"
 #include "support/floating_point_state.hpp"
+#include "support/reference_cases.hpp"
 #include "support/threads.hpp"
 #include "vela/floating_point.hpp"
 #include "vela/p_values.hpp"
@@ -17,35 +19,17 @@
 namespace vela::test {
 namespace {
 
-using Values = std::vector<double>;
-
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-unsigned int size(const Values& x) { return static_cast<unsigned int>(x.size()); }
-
-struct Sum {
-    double s = 0.0;
-    double c = 0.0;
-    void add(double t) {
-        const double y = c + t;
-        const double u = s + y;
-        c = y - (u - s);
-        s = u;
-    }
-};
-
 /// Sxx, Syy, Sxy as they are defined, one operation after the other.
 Values plain_comoments(const Values& x, const Values& y) {
-    Sum mx{x[0]};
-    Sum my{y[0]};
-    Sum xx;
-    Sum yy;
-    Sum xy;
+    PlainSum mx{x[0]}, my{y[0]};
+    PlainSum xx, yy, xy;
     for (std::size_t k = 1; k < x.size(); ++k) {
         const auto i = static_cast<double>(k);
-        const double dx = x[k] - mx.s;
-        const double dy = y[k] - my.s;
+        const double dx = x[k] - mx.sum;
+        const double dy = y[k] - my.sum;
         const double qx = dx / (i + 1.0);
         const double qy = dy / (i + 1.0);
         mx.add(qx);
@@ -54,7 +38,7 @@ Values plain_comoments(const Values& x, const Values& y) {
         yy.add(i * dy * qy);
         xy.add(i * qy * dx);
     }
-    return {xx.s, yy.s, xy.s};
+    return {xx.sum, yy.sum, xy.sum};
 }
 
 /// Series of every magnitude, with an odd one out in some.

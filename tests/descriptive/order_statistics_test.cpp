@@ -1,9 +1,14 @@
-#include "descriptive/order_cases.hpp"
+#include "support/equality.hpp"
 #include "support/floating_point_state.hpp"
+#include "support/reference_cases.hpp"
 #include "vela/vela.hpp"
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
+#include <limits>
 #include <numeric>
 #include <random>
 
@@ -15,55 +20,47 @@ using Positions = std::vector<unsigned int>;
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-Results quantiles(const OrderCase& c) {
-    const Values& p = c.arguments.at("p");
-    Values out(p.size());
-    const int status =
-        v1::GetSampleQuantiles(c.data.data(), c.count(), static_cast<int>(c.get("method")),
-                               out.data(), p.data(), static_cast<unsigned int>(p.size()));
-    return {{"status", {static_cast<double>(status)}}, {"out", out}};
-}
-
-Results order(const OrderCase& c) {
-    Positions order(c.count());
-    v1::GetOrder(c.data.data(), c.count(), order.data());
-    return {{"out", {order.begin(), order.end()}}};
-}
-
-Results ranks(const OrderCase& c) {
-    Values ranks(c.count());
-    const int status = v1::GetRank(c.data.data(), c.count(), ranks.data());
-    return {{"status", {static_cast<double>(status)}}, {"out", ranks}};
-}
-
-Results modes(const OrderCase& c) {
-    Values modes(static_cast<std::size_t>(c.get("maxModes")));
-    unsigned int number = 99;
-    unsigned int frequency = 99;
-    const int status = v1::GetMode(c.data.data(), c.count(), modes.data(),
-                                   static_cast<unsigned int>(modes.size()), &number, &frequency);
-    return {{"status", {static_cast<double>(status)}},
-            {"modes", modes},
-            {"numModes", {static_cast<double>(number)}},
-            {"modeFrequency", {static_cast<double>(frequency)}}};
-}
-
-Results trimmed_mean(const OrderCase& c) {
+void trimmed_mean(const ReferenceCase& c, Results& r) {
     int status = -1;
-    const double mean = c.arguments.contains("alpha")
-                            ? v1::GetTrimmedMean(c.data.data(), c.count(), c.get("alpha"), &status)
-                            : v1::GetKroTrimmedMean(c.data.data(), c.count(), &status);
-    return {{"value", {mean}}, {"status", {static_cast<double>(status)}}};
+    r.value("value") = c.has("alpha") ? v1::GetTrimmedMean(c.x(), c.n(), c.get("alpha"), &status)
+                                      : v1::GetKroTrimmedMean(c.x(), c.n(), &status);
+    r.value("status") = status;
 }
 
-TEST(OrderStatistics, MatchReferenceValues) {
-    check_order_cases({{"GetSampleQuantiles", quantiles},
-                       {"GetOrder", order},
-                       {"GetRank", ranks},
-                       {"GetMode", modes},
-                       {"GetTrimmedMean", trimmed_mean},
-                       {"GetKroTrimmedMean", trimmed_mean}});
-}
+const Runners kFunctions = {
+    {"GetSampleQuantiles",
+     [](auto& c, auto& r) {
+         const Values& p = c.arguments.at("p");
+         Values& out = r["out"] = Values(p.size());
+         r.value("status") = v1::GetSampleQuantiles(c.x(), c.n(), c.integer("method"), out.data(),
+                                                    p.data(), size(p));
+     }},
+    {"GetOrder",
+     [](auto& c, auto& r) {
+         Positions order(c.n());
+         v1::GetOrder(c.x(), c.n(), order.data());
+         r["out"] = {order.begin(), order.end()};
+     }},
+    {"GetRank",
+     [](auto& c, auto& r) {
+         Values& ranks = r["out"] = Values(c.n());
+         r.value("status") = v1::GetRank(c.x(), c.n(), ranks.data());
+     }},
+    {"GetMode",
+     [](auto& c, auto& r) {
+         Values& modes = r["modes"] = Values(static_cast<std::size_t>(c.integer("maxModes")));
+         unsigned int number = 99;
+         unsigned int frequency = 99;
+         r.value("status") =
+             v1::GetMode(c.x(), c.n(), modes.data(), size(modes), &number, &frequency);
+         r.value("numModes") = number;
+         r.value("modeFrequency") = frequency;
+     }},
+    {"GetTrimmedMean", trimmed_mean},
+    {"GetKroTrimmedMean", trimmed_mean},
+};
+
+TEST(OrderStatistics, MatchReferenceValues) { check_reference_cases("order.csv", kFunctions); }
 
 /// Samples that once are the worst for some sort: NaN of both signs, both zeros, infinities,
 /// denormals, clusters that agree in most bits, few values, sorted and reversed data.

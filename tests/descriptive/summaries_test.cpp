@@ -1,9 +1,12 @@
-#include "descriptive/order_cases.hpp"
 #include "support/floating_point_state.hpp"
+#include "support/reference_cases.hpp"
 #include "support/threads.hpp"
 #include "vela/vela.hpp"
 
-#include <algorithm>
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <numeric>
 
 namespace vela::test {
 namespace {
@@ -15,79 +18,51 @@ using v1::SecondSampleMoments;
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-void add_five_numbers(Results* results, const FiveNumberSummary& five) {
-    results->insert({{"minimum", {five.minimum}},
-                     {"firstQuartile", {five.firstQuartile}},
-                     {"median", {five.median}},
-                     {"thirdQuartile", {five.thirdQuartile}},
-                     {"maximum", {five.maximum}}});
-}
+const std::string kFiveNumbers = "minimum firstQuartile median thirdQuartile maximum";
 
-Results five_numbers(const OrderCase& c) {
-    FiveNumberSummary five;
-    const int status = v1::GetKroFiveNumberSummary(&five, c.data.data(), c.count());
-    Results results{{"status", {static_cast<double>(status)}}};
-    add_five_numbers(&results, five);
-    return results;
-}
+const Runners kFunctions = {
+    {"GetKroFiveNumberSummary",
+     [](auto& c, auto& r) {
+         FiveNumberSummary five;
+         r.value("status") = v1::GetKroFiveNumberSummary(&five, c.x(), c.n());
+         r.add_fields(&five, kFiveNumbers);
+     }},
+    {"GetKro2013ExtendedSummary",
+     [](auto& c, auto& r) {
+         SecondSampleMoments moments;
+         moments.count = c.n();
+         FiveNumberSummary five;
+         Values& modes = r["modes"] = Values(5);
+         unsigned int number = 99;
+         unsigned int frequency = 99;
+         r.value("status") = v1::GetKro2013ExtendedSummary(&moments, &five, modes.data(), &number,
+                                                           &frequency, c.x());
+         r.value("numModes") = number;
+         r.value("modeFrequency") = frequency;
+         r.add_fields(&moments, "variance sumOfSquares mean sum");
+         r.add_fields(&five, kFiveNumbers);
+     }},
+    {"RunKroBoxplotHelper",
+     [](auto& c, auto& r) {
+         KroBoxplotHelper box;
+         r.value("status") = v1::RunKroBoxplotHelper(&box, c.get("confidence"), c.x(), c.n());
+         r.add_fields(&box,
+                      "minimum maximum firstQuartile thirdQuartile median medianLower medianUpper "
+                      "lowerHinge upperHinge mean standardDeviation");
+     }},
+};
 
-Results extended_summary(const OrderCase& c) {
-    SecondSampleMoments moments;
-    moments.count = c.count();
-    FiveNumberSummary five;
-    Values modes(5);
-    unsigned int number = 99;
-    unsigned int frequency = 99;
-    const int status = v1::GetKro2013ExtendedSummary(&moments, &five, modes.data(), &number,
-                                                     &frequency, c.data.data());
-    Results results{{"status", {static_cast<double>(status)}},
-                    {"modes", modes},
-                    {"numModes", {static_cast<double>(number)}},
-                    {"modeFrequency", {static_cast<double>(frequency)}},
-                    {"mean", {moments.mean}},
-                    {"variance", {moments.variance}},
-                    {"sum", {moments.sum}},
-                    {"sumOfSquares", {moments.sumOfSquares}}};
-    add_five_numbers(&results, five);
-    return results;
-}
-
-Results boxplot(const OrderCase& c) {
-    KroBoxplotHelper box;
-    const int status = v1::RunKroBoxplotHelper(&box, c.get("confidence"), c.data.data(), c.count());
-    return {{"status", {static_cast<double>(status)}},
-            {"minimum", {box.minimum}},
-            {"maximum", {box.maximum}},
-            {"firstQuartile", {box.firstQuartile}},
-            {"thirdQuartile", {box.thirdQuartile}},
-            {"median", {box.median}},
-            {"medianLower", {box.medianLower}},
-            {"medianUpper", {box.medianUpper}},
-            {"lowerHinge", {box.lowerHinge}},
-            {"upperHinge", {box.upperHinge}},
-            {"mean", {box.mean}},
-            {"standardDeviation", {box.standardDeviation}}};
-}
-
-TEST(Summaries, MatchReferenceValues) {
-    check_order_cases({{"GetKroFiveNumberSummary", five_numbers},
-                       {"GetKro2013ExtendedSummary", extended_summary},
-                       {"RunKroBoxplotHelper", boxplot}});
-}
+TEST(Summaries, MatchReferenceValues) { check_reference_cases("order.csv", kFunctions); }
 
 KroBoxplotHelper boxplot_of(const Values& x, double confidence) {
     KroBoxplotHelper box;
-    EXPECT_EQ(
-        v1::RunKroBoxplotHelper(&box, confidence, x.data(), static_cast<unsigned int>(x.size())),
-        0);
+    EXPECT_EQ(v1::RunKroBoxplotHelper(&box, confidence, x.data(), size(x)), 0);
     return box;
 }
 
 Values counting_up(int n) {
-    Values x;
-    for (int i = 1; i <= n; ++i) {
-        x.push_back(i);
-    }
+    Values x(static_cast<std::size_t>(n));
+    std::iota(x.begin(), x.end(), 1.0);
     return x;
 }
 

@@ -1,17 +1,13 @@
 // Quantiles and P-values of counts against a walk over every outcome.
 
-#include "kernels/real_functions.hpp"
-#include "kernels/regula_falsi_root.hpp"
+#include "support/entries.hpp"
 #include "support/equality.hpp"
 #include "vela/vela.hpp"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <functional>
-#include <limits>
 #include <map>
 #include <string>
 #include <vector>
@@ -21,56 +17,42 @@ namespace {
 
 struct Family {
     std::string name;
-    std::function<double(double x, bool upper)> cdf;
-    std::function<double(double p)> inverse;
+    Arguments parameters;
     int smallest;
     int largest;  // of the outcomes looked at
+
+    double cdf(double x, bool upper) const { return call("Cdf", x, {upper ? 1.0 : 0.0}); }
+    double inverse(double p) const { return call("InvCdf", p, {}); }
+
+private:
+    double call(const char* kind, double first, const Arguments& last) const {
+        Arguments arguments = {first};
+        arguments.insert(arguments.end(), parameters.begin(), parameters.end());
+        arguments.insert(arguments.end(), last.begin(), last.end());
+        return entry(name + kind).scalar(arguments);
+    }
 };
 
 std::vector<Family> families() {
-    std::vector<Family> result;
-    const auto add = [&](const char* family, auto cdf, auto inverse, int smallest, int largest,
-                         auto... parameters) {
-        std::string name = family;
-        for (const double parameter : {static_cast<double>(parameters)...}) {
-            name += ' ';
-            name += std::to_string(parameter);
-        }
-        result.push_back({name, [=](double x, bool upper) { return cdf(x, parameters..., upper); },
-                          [=](double p) { return inverse(p, parameters...); }, smallest, largest});
-    };
+    std::vector<Family> result = {{"Poisson", {1e-5}, 0, 200},
+                                  {"Poisson", {0.5}, 0, 200},
+                                  {"Poisson", {4.0}, 0, 200},
+                                  {"Poisson", {100.0}, 0, 200},
+                                  {"Hypergeometric", {7, 4, 4}, 1, 4},
+                                  {"Hypergeometric", {200, 100, 100}, 0, 100},
+                                  {"Hypergeometric", {200, 3, 190}, 0, 3},
+                                  {"Hypergeometric", {1000000, 400, 300000}, 0, 400},
+                                  {"IntegerUniform", {-5, -5}, -5, -5},
+                                  {"IntegerUniform", {-5, 5}, -5, 5},
+                                  {"IntegerUniform", {-5, 184}, -5, 184}};
     for (const double p : {1e-5, 0.1, 0.5, 2.0 / 3.0, 0.999}) {
         for (const int n : {1, 2, 7, 50, 200}) {
-            add(
-                "Binomial", [](auto... a) { return BinomialCdf(a...); },
-                [](auto... a) { return BinomialInvCdf(a...); }, 0, n, n, p);
+            result.push_back({"Binomial", {static_cast<double>(n), p}, 0, n});
         }
-        add(
-            "Geometric", [](auto... a) { return GeometricCdf(a...); },
-            [](auto... a) { return GeometricInvCdf(a...); }, 0, 200, p);
+        result.push_back({"Geometric", {p}, 0, 200});
         for (const double r : {0.01, 1.0, 3.5, 100.0}) {
-            add(
-                "NegBinomial", [](auto... a) { return NegBinomialCdf(a...); },
-                [](auto... a) { return NegBinomialInvCdf(a...); }, 0, 200, p, r);
+            result.push_back({"NegBinomial", {p, r}, 0, 200});
         }
-    }
-    for (const double mean : {1e-5, 0.5, 4.0, 100.0}) {
-        add(
-            "Poisson", [](auto... a) { return PoissonCdf(a...); },
-            [](auto... a) { return PoissonInvCdf(a...); }, 0, 200, mean);
-    }
-    for (const auto [population, events, sample] :
-         {std::array{7, 4, 4}, {200, 100, 100}, {200, 3, 190}, {1000000, 400, 300000}}) {
-        add(
-            "Hypergeometric", [](auto... a) { return HypergeometricCdf(a...); },
-            [](auto... a) { return HypergeometricInvCdf(a...); },
-            std::max(0, events + sample - population), std::min(events, sample), population, events,
-            sample);
-    }
-    for (const int largest : {-5, 5, 184}) {
-        add(
-            "IntegerUniform", [](auto... a) { return IntegerUniformCdf(a...); },
-            [](auto... a) { return IntegerUniformInvCdf(a...); }, -5, largest, -5, largest);
     }
     return result;
 }
@@ -97,7 +79,8 @@ TEST(DiscreteQuantiles, AreTheFirstOutcomeThatReachesPAtEveryStepAndNextToIt) {
             const double mass = i == 0 ? step : tails[i - 1].upper - tails[i].upper;
             if (step > 0.0 && step < 1.0 && mass > 1e-15) {
                 ASSERT_EQ(family.inverse(step), family.smallest + static_cast<int>(i))
-                    << family.name << " at its own cumulative probability " << step;
+                    << family.name << testing::PrintToString(family.parameters)
+                    << " at its own cumulative probability " << step;
             }
             for (const double p : {std::nextafter(step, 0.0), step, std::nextafter(step, 1.0)}) {
                 const auto first =
@@ -105,7 +88,8 @@ TEST(DiscreteQuantiles, AreTheFirstOutcomeThatReachesPAtEveryStepAndNextToIt) {
                                  [=](const Tails& candidate) { return reaches(candidate, p); });
                 if (p > 0.0 && p < 1.0 && first != tails.end()) {
                     ASSERT_EQ(family.inverse(p), family.smallest + (first - tails.begin()))
-                        << family.name << " at p = " << p << ", 1 - p = " << 1.0 - p;
+                        << family.name << testing::PrintToString(family.parameters)
+                        << " at p = " << p << ", 1 - p = " << 1.0 - p;
                 }
             }
         }
@@ -228,16 +212,6 @@ TEST(DiscreteInvCdf, WalksTheValuesInAscendingOrder) {
     ASSERT_LT(cumulative, 1.0);
     EXPECT_EQ(quantile(1.0), sorted.rbegin()->first);
     EXPECT_EQ(quantile(0.0), sorted.begin()->first);
-}
-
-TEST(CmNegBinomialCdf, HasItsRootAtTheQuantile) {
-    kernels::CmNegBinomialCdf equation(0.3, 4.5, 0.8);
-    int status = -1;
-    EXPECT_EQ(kernels::regula_falsi_root(0.0, 100.0, equation, &status),
-              NegBinomialInvCdf(0.8, 0.3, 4.5));
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(equation.evaluate(-1.0), -0.8);
-    EXPECT_TRUE(within_relative(equation.evaluate(0.0), std::pow(0.3, 4.5) - 0.8, 1e-15));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "kernels/real_functions.hpp"
 #include "kernels/regula_falsi_root.hpp"
 #include "vela/missing_value.hpp"
+#include "vela/neg_binomial.hpp"
 
 #include <gtest/gtest.h>
 
@@ -104,6 +105,16 @@ TEST(RealFunction, IntervalTestIsStrictAndValueTestInclusive) {
     const Plain integer(kInteger, 0.0);
     EXPECT_TRUE(integer.interval_converged(1.0, std::nextafter(3.0, 0.0)));
     EXPECT_FALSE(integer.interval_converged(1.0, 3.0));
+}
+
+TEST(CmNegBinomialCdf, HasItsRootAtTheQuantile) {
+    CmNegBinomialCdf equation(0.3, 4.5, 0.8);
+    int status = -1;
+    EXPECT_EQ(regula_falsi_root(0.0, 100.0, equation, &status),
+              vela::NegBinomialInvCdf(0.8, 0.3, 4.5));
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(equation.evaluate(-1.0), -0.8);
+    EXPECT_NEAR(equation.evaluate(0.0), std::pow(0.3, 4.5) - 0.8, 0.8e-15);
 }
 
 TEST(GammaNewton, StartAtTheRootStaysAndFailureNamesItself) {

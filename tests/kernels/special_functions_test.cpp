@@ -5,6 +5,7 @@
 #include "kernels/lanczos.hpp"
 #include "kernels/normal.hpp"
 #include "kernels/stirling.hpp"
+#include "kernels/tails.hpp"
 #include "support/threads.hpp"
 #include "vela/v2/psi.hpp"
 
@@ -20,6 +21,8 @@
 namespace {
 
 using namespace vela::kernels;
+using vela::test::Tails;
+using vela::test::tails_of;
 
 constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
@@ -175,13 +178,10 @@ TEST(UnguardedFunctions, ReportThroughErrno) {
 TEST(NormalTails, SmallerTailKeepsRelativeAccuracyAndReflectsExactly) {
     for (int i = 0; i <= 3600; ++i) {
         const double x = 0.01 * i;
-        double lower = 0.0, upper = 0.0, mirroredLower = 0.0, mirroredUpper = 0.0;
-        normal_df(x, &lower, &upper);
-        normal_df(-x, &mirroredLower, &mirroredUpper);
-        EXPECT_EQ(lower, mirroredUpper);
-        EXPECT_EQ(upper, mirroredLower);
-        EXPECT_NEAR(upper / (0.5 * std::erfc(x / std::sqrt(2.0))), 1.0, 1e-9) << x;
-        EXPECT_NEAR(lower + upper, 1.0, 2e-16);
+        const Tails tails = tails_of(normal_df, x);
+        EXPECT_EQ(tails_of(normal_df, -x), (Tails{tails.upper, tails.lower}));
+        EXPECT_NEAR(tails.upper / (0.5 * std::erfc(x / std::sqrt(2.0))), 1.0, 1e-9) << x;
+        EXPECT_NEAR(tails.lower + tails.upper, 1.0, 2e-16);
     }
 }
 

@@ -26,22 +26,12 @@ Parameter convert(double argument) {
     }
 }
 
-template <class... Parameters>
-auto scalar(double (*function)(double, Parameters...)) {
+/// The first argument may be a count.
+template <class First, class... Parameters>
+auto scalar(double (*function)(First, Parameters...)) {
     return [function](const Arguments& arguments) {
         return [&]<std::size_t... i>(std::index_sequence<i...>) {
-            return function(arguments[0], convert<Parameters>(arguments[i + 1])...);
-        }
-        (std::index_sequence_for<Parameters...>{});
-    };
-}
-
-/// For a first argument that is a count.
-template <class... Parameters>
-auto scalar(double (*function)(int, Parameters...)) {
-    return [function](const Arguments& arguments) {
-        return [&]<std::size_t... i>(std::index_sequence<i...>) {
-            return function(convert<int>(arguments[0]), convert<Parameters>(arguments[i + 1])...);
+            return function(convert<First>(arguments[0]), convert<Parameters>(arguments[i + 1])...);
         }
         (std::index_sequence_for<Parameters...>{});
     };
@@ -62,25 +52,29 @@ struct DiscreteTable {
     explicit DiscreteTable(const Arguments& arguments)
         : values(arguments.data() + 2),
           count(std::min(convert<int>(arguments[1]), static_cast<int>((arguments.size() - 2) / 2))),
-          probabilities(values + std::max(count, 0)),
-          upper(arguments.back() != 0.0) {}
+          probabilities(values + std::max(count, 0)) {}
 
     const double* values;
     int count;
     const double* probabilities;
-    bool upper;
 };
 
-Entry discrete_entry(const char* name, std::vector<Domain> domains,
-                     double (*function)(double, const DiscreteTable&),
-                     void (*array)(double*, const double*, std::size_t, const DiscreteTable&)) {
-    domains.insert(domains.begin() + 1, {kRows, kLocation, kLocation, kHalf, kHalf});
+template <class... Flag>
+Entry discrete(const char* name, Domain first,
+               double (*function)(double, const double*, const double*, int, Flag...),
+               void (*array)(double*, const double*, std::size_t, const double*, const double*, int,
+                             Flag...)) {
+    std::vector<Domain> domains = {first, kRows, kLocation, kLocation, kHalf, kHalf};
+    domains.resize(domains.size() + sizeof...(Flag), kFlag);
     return {name, domains,
-            [function](const Arguments& arguments) {
-                return function(arguments[0], DiscreteTable(arguments));
+            [function](const Arguments& a) {
+                const DiscreteTable t(a);
+                return function(a[0], t.values, t.probabilities, t.count,
+                                convert<Flag>(a.back())...);
             },
-            [array](double* out, const double* x, std::size_t n, const Arguments& arguments) {
-                array(out, x, n, DiscreteTable(arguments));
+            [array](double* out, const double* x, std::size_t n, const Arguments& a) {
+                const DiscreteTable t(a);
+                array(out, x, n, t.values, t.probabilities, t.count, convert<Flag>(a.back())...);
             }};
 }
 
@@ -176,31 +170,10 @@ const std::vector<Entry>& entries() {
         {"FPValue", {kReal, kDegreesOfFreedom, kDegreesOfFreedom, kAlternative}, scalar(FPValue), {}},
         {"ChiSqCritValue", {kProbability, kDegreesOfFreedom, kAlternative}, scalar(ChiSqCritValue), {}},
         {"FCritValue", {kProbability, kDegreesOfFreedom, kDegreesOfFreedom, kAlternative}, scalar(FCritValue), {}},
+        discrete("DiscretePdf", kReal, DiscretePdf, DiscretePdf),
+        discrete("DiscreteCdf", kReal, DiscreteCdf, DiscreteCdf),
+        discrete("DiscreteInvCdf", kProbability, DiscreteInvCdf, DiscreteInvCdf),
         // clang-format on
-        discrete_entry(
-            "DiscretePdf", {kReal},
-            [](double x, const DiscreteTable& t) {
-                return DiscretePdf(x, t.values, t.probabilities, t.count);
-            },
-            [](double* out, const double* x, std::size_t n, const DiscreteTable& t) {
-                DiscretePdf(out, x, n, t.values, t.probabilities, t.count);
-            }),
-        discrete_entry(
-            "DiscreteCdf", {kReal, kFlag},
-            [](double x, const DiscreteTable& t) {
-                return DiscreteCdf(x, t.values, t.probabilities, t.count, t.upper);
-            },
-            [](double* out, const double* x, std::size_t n, const DiscreteTable& t) {
-                DiscreteCdf(out, x, n, t.values, t.probabilities, t.count, t.upper);
-            }),
-        discrete_entry(
-            "DiscreteInvCdf", {kProbability},
-            [](double p, const DiscreteTable& t) {
-                return DiscreteInvCdf(p, t.values, t.probabilities, t.count);
-            },
-            [](double* out, const double* p, std::size_t n, const DiscreteTable& t) {
-                DiscreteInvCdf(out, p, n, t.values, t.probabilities, t.count);
-            }),
     };
     return table;
 }
@@ -254,19 +227,10 @@ const std::vector<double>& hostile_values() {
     constexpr double infinity = std::numeric_limits<double>::infinity();
     constexpr double largest = std::numeric_limits<double>::max();
     constexpr double denormal = std::numeric_limits<double>::denorm_min();
-    static const std::vector<double> values = {std::numeric_limits<double>::quiet_NaN(),
-                                               -infinity,
-                                               infinity,
-                                               -largest,
-                                               largest,
-                                               -1.0,
-                                               -denormal,
-                                               -0.0,
-                                               denormal,
-                                               0.5,
-                                               1.0,
-                                               1e9,
-                                               MissingValue};
+    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+    static const std::vector<double> values = {nan,  -infinity, infinity,    -largest, largest,
+                                               -1.0, -denormal, -0.0,        denormal, 0.5,
+                                               1.0,  1e9,       MissingValue};
     return values;
 }
 

@@ -16,25 +16,13 @@ using Arguments = std::vector<double>;  // in the order of the scalar form
 
 /// The documented domain of an argument. Locations and scales stay clear of the largest double,
 /// where quantiles would leave the range of doubles.
+// clang-format off
 enum class Domain {
-    kReal,
-    kLocation,
-    kPositive,
-    kDegreesOfFreedom,
-    kNoncentrality,
-    kProbability,
-    kFlag,
-    kAlternative,
-    kComparisons,
-    kSize,
-    kInteger,
-    kRows,
-    kHalf,
-    kShape,
-    kUnitInterval,
-    kLambda,
+    kReal, kLocation, kPositive, kDegreesOfFreedom, kNoncentrality, kProbability, kFlag,
+    kAlternative, kComparisons, kSize, kInteger, kRows, kHalf, kShape, kUnitInterval, kLambda,
     kSumOfSquares
 };
+// clang-format on
 
 struct Entry {
     std::string name;

@@ -1,17 +1,13 @@
 #include "support/csv.hpp"
-#include "support/equality.hpp"
 #include "support/floating_point_state.hpp"
+#include "support/reference_cases.hpp"
 #include "support/threads.hpp"
 #include "vela/vela.hpp"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
 #include <limits>
-#include <map>
 #include <string>
-#include <vector>
 
 namespace vela::test {
 namespace {
@@ -23,93 +19,29 @@ using v0::TwoSampleT;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-/// One call of the data file: its arguments by name, its data sets, its expected results.
-struct Case {
-    std::string function;
-    std::map<std::string, double> arguments;
-    std::vector<std::vector<double>> data;
-    struct Expectation {
-        std::string result;
-        double value;
-        double tolerance;
-    };
-    std::vector<Expectation> expectations;
-
-    double get(const std::string& name) const { return arguments.at(name); }
-    IntervalType type() const {
-        return static_cast<IntervalType>(static_cast<int>(get("interval")));
-    }
-    AlternativeHypothesis alternative() const {
-        return static_cast<AlternativeHypothesis>(static_cast<int>(get("alternative")));
-    }
-};
-
-std::map<std::string, std::vector<double>> read_data_sets() {
-    std::map<std::string, std::vector<double>> sets;
-    for (const Row& row : read_csv("datasets.csv")) {
-        std::vector<double>& values = sets[row.at(0)];
-        for (const std::string& field : split(row.at(2), ' ')) {
-            values.push_back(parse_double(field));
-        }
-    }
-    return sets;
-}
-
-std::vector<Case> read_cases() {
-    const auto sets = read_data_sets();
-    std::vector<Case> cases;
-    for (const Row& row : read_csv("means.csv")) {
-        if (!row.at(0).empty()) {
-            Case next{row[0], {}, {}, {}};
-            for (const std::string& pair : split(row.at(3), ';')) {
-                const auto parts = split(pair, '=');
-                next.arguments[parts.at(0)] = parse_double(parts.at(1));
-            }
-            for (const std::string& name : split(row.at(2), ';')) {
-                if (!name.empty()) {
-                    next.data.push_back(sets.at(name));
-                }
-            }
-            cases.push_back(next);
-        }
-        cases.back().expectations.push_back(
-            {row.at(4), parse_double(row.at(5)), parse_double(row.at(6))});
-    }
-    return cases;
-}
-
-/// The field of a record that comes at its name's place in the list, null for another name: the
-/// order of the doubles is part of the binary interface.
-double* field(void* record, const std::string& names, const std::string& name) {
-    const auto all = split(names, ' ');
-    const auto found = std::find(all.begin(), all.end(), name);
-    return found == all.end() ? nullptr : static_cast<double*>(record) + (found - all.begin());
-}
-
-/// Fills a record's inputs from the arguments, calls `run` with the arguments that every overload
-/// ends in, and checks every expected result.
+/// Fills a record's inputs from the arguments and calls `run` with the arguments that every
+/// overload ends in. The order of the doubles is part of the binary interface.
 template <class Record, class Run>
-void check(const Case& c, Record record, const std::string& names, Run run) {
-    for (const auto& [name, value] : c.arguments) {
-        if (double* input = field(&record, names, name)) {
-            *input = value;
-        }
+void run_test(const ReferenceCase& c, Results& r, Record record, const std::string& names,
+              Run run) {
+    auto* field = reinterpret_cast<double*>(&record);
+    for (const std::string& name : split(names, ' ')) {
+        *field = c.has(name) ? c.get(name) : *field;
+        ++field;
     }
-    const int status =
-        c.arguments.contains("alternative")
-            ? run(&record, c.get("confidence"), c.type(), c.alternative(), c.get("hypothesized"))
-            : run(&record, c.get("confidence"), c.type());
-    for (const auto& [result, expected, tolerance] : c.expectations) {
-        const double got = result == "status" ? status : *field(&record, names, result);
-        EXPECT_TRUE(same_bits(got, expected) || std::fabs(got - expected) <= tolerance)
-            << c.function << " " << result << " is " << testing::PrintToString(got) << ", expected "
-            << testing::PrintToString(expected) << " within " << tolerance;
-    }
+    const auto type = static_cast<IntervalType>(c.integer("interval"));
+    const double confidence = c.get("confidence");
+    r.value("status") = c.has("alternative")
+                            ? run(&record, confidence, type,
+                                  static_cast<AlternativeHypothesis>(c.integer("alternative")),
+                                  c.get("hypothesized"))
+                            : run(&record, confidence, type);
+    r.add_fields(&record, names);
 }
 
-std::uint32_t size_or_argument(const Case& c, std::size_t sample, const char* argument) {
-    return static_cast<std::uint32_t>(
-        sample < c.data.size() ? static_cast<double>(c.data[sample].size()) : c.get(argument));
+/// The number of observations: of a sample, or the argument in the place of one.
+std::uint32_t count_of(const ReferenceCase& c, std::size_t sample, const char* argument) {
+    return c.has(argument) ? static_cast<std::uint32_t>(c.get(argument)) : size(c.data.at(sample));
 }
 
 const std::string kOneSampleFields = "mean stDev seMean lower upper statistic pValue";
@@ -120,47 +52,47 @@ const std::string kTwoSampleFields =
     "mean1 mean2 stDev1 stDev2 seMean1 seMean2 difference pooledStDev df lower upper statistic "
     "pValue";
 
-void check(const Case& c) {
-    if (c.function == "RunOneSampleZ") {
-        OneSampleZ record;
-        record.count = size_or_argument(c, 0, "count");
-        check(c, record, kOneSampleFields, [&](OneSampleZ* r, auto... rest) {
-            return c.data.empty() ? RunOneSampleZ(r, c.get("sigma"), rest...)
-                                  : RunOneSampleZ(r, c.data[0].data(), c.get("sigma"), rest...);
-        });
-    } else if (c.function == "RunOneSampleT") {
-        OneSampleT record;
-        record.count = size_or_argument(c, 0, "count");
-        check(c, record, kOneSampleFields, [&](OneSampleT* r, auto... rest) {
-            return c.data.empty() ? RunOneSampleT(r, rest...)
-                                  : RunOneSampleT(r, c.data[0].data(), rest...);
-        });
-    } else if (c.function == "RunPairedT") {
-        PairedT record;
-        record.count = size_or_argument(c, 0, "count");
-        check(c, record, kPairedFields, [&](PairedT* r, auto... rest) {
-            return c.data.empty() ? RunPairedT(r, rest...)
-                                  : RunPairedT(r, c.data[0].data(), c.data[1].data(), rest...);
-        });
-    } else {
-        ASSERT_EQ(c.function, "RunTwoSampleT");
-        TwoSampleT record;
-        record.count1 = size_or_argument(c, 0, "count1");
-        record.count2 = size_or_argument(c, 1, "count2");
-        const bool pooled = c.get("pooled") != 0.0;
-        check(c, record, kTwoSampleFields, [&](TwoSampleT* r, auto... rest) {
-            return c.data.empty()
-                       ? RunTwoSampleT(r, pooled, rest...)
-                       : RunTwoSampleT(r, c.data[0].data(), c.data[1].data(), pooled, rest...);
-        });
-    }
-}
+const Runners kFunctions = {
+    {"RunOneSampleZ",
+     [](auto& c, auto& r) {
+         OneSampleZ record;
+         record.count = count_of(c, 0, "count");
+         run_test(c, r, record, kOneSampleFields, [&](OneSampleZ* z, auto... rest) {
+             return c.has("count") ? RunOneSampleZ(z, c.get("sigma"), rest...)
+                                   : RunOneSampleZ(z, c.x(), c.get("sigma"), rest...);
+         });
+     }},
+    {"RunOneSampleT",
+     [](auto& c, auto& r) {
+         OneSampleT record;
+         record.count = count_of(c, 0, "count");
+         run_test(c, r, record, kOneSampleFields, [&](OneSampleT* t, auto... rest) {
+             return c.has("count") ? RunOneSampleT(t, rest...) : RunOneSampleT(t, c.x(), rest...);
+         });
+     }},
+    {"RunPairedT",
+     [](auto& c, auto& r) {
+         PairedT record;
+         record.count = count_of(c, 0, "count");
+         run_test(c, r, record, kPairedFields, [&](PairedT* t, auto... rest) {
+             return c.has("count") ? RunPairedT(t, rest...)
+                                   : RunPairedT(t, c.x(), c.data.at(1).data(), rest...);
+         });
+     }},
+    {"RunTwoSampleT",
+     [](auto& c, auto& r) {
+         TwoSampleT record;
+         record.count1 = count_of(c, 0, "count1");
+         record.count2 = count_of(c, 1, "count2");
+         const bool pooled = c.get("pooled") != 0.0;
+         run_test(c, r, record, kTwoSampleFields, [&](TwoSampleT* t, auto... rest) {
+             return c.has("count1") ? RunTwoSampleT(t, pooled, rest...)
+                                    : RunTwoSampleT(t, c.x(), c.data.at(1).data(), pooled, rest...);
+         });
+     }},
+};
 
-TEST(TestsOfMeans, AgreeWithReferenceValues) {
-    for (const Case& c : read_cases()) {
-        check(c);
-    }
-}
+TEST(TestsOfMeans, AgreeWithReferenceValues) { check_reference_cases("means.csv", kFunctions); }
 
 TEST(TestsOfMeans, ThrowNothingWhateverStateTheHostLeft) {
     on_thread(Registration::kRegistered, [] {
