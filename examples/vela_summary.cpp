@@ -122,7 +122,7 @@ std::string make_report(const std::string& path, const std::string& column, doub
     std::string text = "Summary of " + printable(column) + ", " + printable(path) + "\n\n";
     for (const auto& [label, value] : lines) {
         const std::size_t gap = 22 - std::min<std::size_t>(20, label.size());
-        text += "  " + label + std::string(gap, ' ') + value + "\n";
+        text.append("  ").append(label).append(gap, ' ').append(value).append("\n");
     }
     return text + "\n" + draw_boxplot(box, values);
 }
