@@ -1,8 +1,7 @@
 #include "vela/exponential.hpp"
 
 #include "conventions/call_frame.hpp"
-#include "distributions/tails.hpp"
-#include "kernels/chi_square.hpp"
+#include "distributions/exponential.hpp"
 #include "kernels/guarded.hpp"
 #include "kernels/location_scale.hpp"
 
@@ -32,16 +31,7 @@ double exponential_cdf(double x, double scale, double threshold, bool upper) {
     if (x <= threshold) {
         return upper ? 1.0 : 0.0;
     }
-    const double t = standardize(x, threshold, scale);
-    const double e = safe_exp(-t);
-    if (upper) {
-        return e;
-    }
-    if (e <= 0.999) {
-        return 1.0 - e;
-    }
-    // For small t, where 1 - e would lose digits: chi-square with two degrees of freedom at 2t.
-    return tails_of(kernels::chi2_df, 2.0 * t, 2.0).lower;
+    return unit_exponential_tail(standardize(x, threshold, scale), upper);
 }
 
 double exponential_inv_cdf(double p, double scale, double threshold) {

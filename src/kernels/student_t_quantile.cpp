@@ -14,6 +14,7 @@
 #include "conventions/error_channel.hpp"
 #include "kernels/limits.hpp"
 #include "kernels/normal.hpp"
+#include "kernels/normal_start.hpp"
 #include "kernels/student_t.hpp"
 
 #include <cmath>
@@ -35,17 +36,6 @@ constexpr double kLargestLogT = 709.7;       // t = exp of this is still a doubl
 constexpr double kSmallestDf = 1e-19;        // below it every t with p < 1/2 is too large
 constexpr double kAcceptedError = 1e-14;     // estimated relative error in p after the last step
 constexpr int kMaxSteps = 200;               // 3 are usual; halving alone needs about 60
-
-/// The z with P(Z > z) = p, relative error 1e-7: a rational function of sqrt(-2 ln p) fitted over
-/// the whole range of doubles.
-double normal_start(double p) {
-    const double r = std::sqrt(-2.0 * std::log(p));
-    const double numerator =
-        3.18710757 + r * (8.60703664 + r * (2.27496681 + r * (0.0861525921 + r * 9.49059911e-05)));
-    const double denominator =
-        1.0 + r * (5.31540203 + r * (4.19258073 + r * (0.620679258 + r * 0.0147876929)));
-    return r - numerator / denominator;
-}
 
 /// t from a normal quantile z, Hill's expansion inverted.
 double hill_start(double z, double df) {
