@@ -3,9 +3,9 @@
 
 #include "conventions/call_frame.hpp"
 #include "descriptive/mean_and_variance.hpp"
-#include "distributions/normal.hpp"
 #include "distributions/t.hpp"
 #include "hypothesis/interval.hpp"
+#include "hypothesis/normal_reference.hpp"
 
 #include <cmath>
 #include <cstdint>
@@ -13,21 +13,6 @@
 /// What the tests of means have in common. All of it runs inside the caller's QuietArithmetic,
 /// where a zero standard error or an empty sample gives infinities and NaN instead of a fault.
 namespace vela::hypothesis {
-
-inline EAlternative alternative_code(AlternativeHypothesis alternative) {
-    return static_cast<EAlternative>(alternative);
-}
-
-/// Reference distribution of the Z test.
-struct NormalReference {
-    double quantile(double p) const {
-        return conventions::quiet_value(distributions::normal_inv_cdf, p, 0.0, 1.0);
-    }
-    double p_value(double statistic, AlternativeHypothesis alternative) const {
-        return conventions::quiet_value(distributions::normal_p_value, statistic,
-                                        alternative_code(alternative));
-    }
-};
 
 /// Reference distribution of the t tests.
 struct TReference {
