@@ -5,9 +5,12 @@ include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/vela)
 
-install(TARGETS vela EXPORT velaTargets)
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/vela TYPE INCLUDE FILES_MATCHING PATTERN "*.hpp")
-install(EXPORT velaTargets NAMESPACE vela:: DESTINATION ${package_dir})
+install(TARGETS vela EXPORT velaTargets
+  LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+  ARCHIVE COMPONENT development)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/vela TYPE INCLUDE COMPONENT development
+  FILES_MATCHING PATTERN "*.hpp")
+install(EXPORT velaTargets NAMESPACE vela:: DESTINATION ${package_dir} COMPONENT development)
 
 configure_package_config_file(
   ${PROJECT_SOURCE_DIR}/cmake/velaConfig.cmake.in ${PROJECT_BINARY_DIR}/velaConfig.cmake
@@ -16,7 +19,7 @@ configure_package_config_file(
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/velaConfigVersion.cmake
   COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/velaConfig.cmake ${PROJECT_BINARY_DIR}/velaConfigVersion.cmake
-  DESTINATION ${package_dir})
+  DESTINATION ${package_dir} COMPONENT development)
 
 # pkg-config knows no expressions, so the paths are put together here. An absolute directory
 # replaces the prefix.
@@ -35,4 +38,5 @@ foreach(library IN ITEMS stdc++ c++ m)
   endif()
 endforeach()
 configure_file(${PROJECT_SOURCE_DIR}/cmake/vela.pc.in ${PROJECT_BINARY_DIR}/vela.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/vela.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+install(FILES ${PROJECT_BINARY_DIR}/vela.pc
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)

@@ -1,5 +1,6 @@
-# Uses vela as other projects do: through find_package() and pkg-config from an installed tree, and
-# as a part of a larger build. The installed tree is checked on the way.
+# Uses vela as other projects do: through find_package() and pkg-config from an installed tree and
+# from the Debian packages, and as a part of a larger build. The installed tree is checked on the
+# way.
 #
 #   cmake -D SHARED=<build tree> -D STATIC=<build tree> -D WORK=<scratch> -P check.cmake
 
@@ -66,3 +67,9 @@ build_and_run_command(g++ ${WORK}/static --static)
 message("-- add_subdirectory")
 configure_project(add_subdirectory ${WORK}/add_subdirectory-default)
 build_and_run_project(add_subdirectory ${WORK}/add_subdirectory-shared -D BUILD_SHARED_LIBS=ON)
+
+message("-- Debian packages")
+find_program(dpkg dpkg)
+if(dpkg)
+  include(${here}/packages.cmake)
+endif()
