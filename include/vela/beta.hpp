@@ -24,6 +24,7 @@ namespace vela {
 /// @accuracy 2e-15 relative over shapes 1e-3 to 1e6 and densities down to 1e-280
 /// @see Loader (2000), Fast and accurate computation of binomial probabilities
 VELA_API double BetaPdf(double x, double first, double second);
+/// The same for n values.
 VELA_API void BetaPdf(double* out, const double* x, std::size_t n, double first, double second);
 
 /// Lower or upper tail of the beta distribution, the regularized incomplete beta function. Each
@@ -38,6 +39,7 @@ VELA_API void BetaPdf(double* out, const double* x, std::size_t n, double first,
 ///           1.5e-15 where both shapes exceed 40
 /// @see Didonato & Morris (1992), Algorithm 708, ACM TOMS 18
 VELA_API double BetaCdf(double x, double first, double second, bool upper);
+/// The same for n values.
 VELA_API void BetaCdf(double* out, const double* x, std::size_t n, double first, double second,
                       bool upper);
 
@@ -53,6 +55,7 @@ VELA_API void BetaCdf(double* out, const double* x, std::size_t n, double first,
 ///           p down to 1e-280. p below 2e-288 counts as about 2e-288; a p next to 1 has lost the
 ///           digits of 1 - p before the call.
 VELA_API double BetaInvCdf(double p, double first, double second);
+/// The same for n values.
 VELA_API void BetaInvCdf(double* out, const double* p, std::size_t n, double first, double second);
 
 }  // namespace vela

@@ -20,6 +20,7 @@ namespace vela {
 /// @return probability in [0, 1]; NaN for invalid parameters and for NaN
 /// @accuracy 5e-16 relative down to 1e-280, measured over n = 1 to 1e7
 VELA_API double BinomialPdf(double x, int trials, double probability);
+/// The same for n values.
 VELA_API void BinomialPdf(double* out, const double* x, std::size_t n, int trials,
                           double probability);
 
@@ -33,6 +34,7 @@ VELA_API void BinomialPdf(double* out, const double* x, std::size_t n, int trial
 /// @return probability in [0, 1]; NaN for invalid parameters and for NaN
 /// @accuracy 1e-15 relative in either tail down to 1e-280, measured over n = 1 to 1e7
 VELA_API double BinomialCdf(double x, double trials, double probability, bool upper);
+/// The same for n values.
 VELA_API void BinomialCdf(double* out, const double* x, std::size_t n, double trials,
                           double probability, bool upper);
 
@@ -46,6 +48,7 @@ VELA_API void BinomialCdf(double* out, const double* x, std::size_t n, double tr
 ///         NaN for p outside [0, 1] and for invalid parameters
 /// @see Johnson, Kotz & Kemp (1992), Univariate Discrete Distributions, ch. 3
 VELA_API double BinomialInvCdf(double p, int trials, double probability);
+/// The same for n values.
 VELA_API void BinomialInvCdf(double* out, const double* p, std::size_t n, int trials,
                              double probability);
 

@@ -23,6 +23,7 @@ namespace vela {
 ///         NaN
 /// @accuracy 1e-15 relative, densities down to 1e-280
 VELA_API double CauchyPdf(double x, double location, double scale);
+/// The same for n values.
 VELA_API void CauchyPdf(double* out, const double* x, std::size_t n, double location, double scale);
 
 /// Lower or upper tail of the Cauchy distribution, atan(z) / pi + 1/2 with z = (x - location) /
@@ -36,6 +37,7 @@ VELA_API void CauchyPdf(double* out, const double* x, std::size_t n, double loca
 /// @accuracy 1e-16 absolute
 /// @see Johnson, Kotz & Balakrishnan (1994), Continuous Univariate Distributions 1, ch. 16
 VELA_API double CauchyCdf(double x, double location, double scale, bool upper);
+/// The same for n values.
 VELA_API void CauchyCdf(double* out, const double* x, std::size_t n, double location, double scale,
                         bool upper);
 
@@ -49,6 +51,7 @@ VELA_API void CauchyCdf(double* out, const double* x, std::size_t n, double loca
 /// @accuracy CauchyCdf() of the result, were it not for its cancellation, is p to 3e-16 relative in
 ///           the smaller tail, measured down to p = 1e-280
 VELA_API double CauchyInvCdf(double p, double location, double scale);
+/// The same for n values.
 VELA_API void CauchyInvCdf(double* out, const double* p, std::size_t n, double location,
                            double scale);
 

@@ -25,6 +25,7 @@ namespace vela {
 /// @accuracy 2e-15 relative, measured on 350 points, df 1e-3 to 1e8, densities down to 1e-280
 /// @see Loader (2000), Fast and accurate computation of binomial probabilities
 VELA_API double ChiSqPdf(double x, double df);
+/// The same for n values.
 VELA_API void ChiSqPdf(double* out, const double* x, std::size_t n, double df);
 
 /// Lower or upper tail of the chi-square distribution. Each tail is computed at its own precision.
@@ -39,6 +40,7 @@ VELA_API void ChiSqPdf(double* out, const double* x, std::size_t n, double df);
 ///           for a noncentrality up to 1e6 and 2e-12 beyond
 /// @see Johnson, Kotz & Balakrishnan (1995), Continuous Univariate Distributions 2, ch. 29
 VELA_API double ChiSqCdf(double x, double df, double noncentrality, bool upper);
+/// The same for n values.
 VELA_API void ChiSqCdf(double* out, const double* x, std::size_t n, double df, double noncentrality,
                        bool upper);
 
@@ -53,6 +55,7 @@ VELA_API void ChiSqCdf(double* out, const double* x, std::size_t n, double df, d
 ///           near as the neighbouring doubles allow
 /// @see Abdel-Aty (1954), Biometrika 41, for the start
 VELA_API double ChiSqInvCdf(double p, double df, double noncentrality);
+/// The same for n values.
 VELA_API void ChiSqInvCdf(double* out, const double* p, std::size_t n, double df,
                           double noncentrality);
 

@@ -22,6 +22,7 @@ namespace vela {
 /// @return probability in [0, 1]; NaN for an invalid table and for NaN
 /// @accuracy one rounding of the exact sum
 VELA_API double DiscretePdf(double x, const double* values, const double* probabilities, int count);
+/// The same for n values.
 VELA_API void DiscretePdf(double* out, const double* x, std::size_t n, const double* values,
                           const double* probabilities, int count);
 
@@ -36,6 +37,7 @@ VELA_API void DiscretePdf(double* out, const double* x, std::size_t n, const dou
 /// @accuracy one rounding of the exact sum
 VELA_API double DiscreteCdf(double x, const double* values, const double* probabilities, int count,
                             bool upper);
+/// The same for n values.
 VELA_API void DiscreteCdf(double* out, const double* x, std::size_t n, const double* values,
                           const double* probabilities, int count, bool upper);
 
@@ -52,6 +54,7 @@ VELA_API void DiscreteCdf(double* out, const double* x, std::size_t n, const dou
 /// @accuracy exact in the sense of the rule above; takes up to 64 passes over the table
 VELA_API double DiscreteInvCdf(double p, const double* values, const double* probabilities,
                                int count);
+/// The same for n values.
 VELA_API void DiscreteInvCdf(double* out, const double* p, std::size_t n, const double* values,
                              const double* probabilities, int count);
 

@@ -23,6 +23,7 @@ namespace vela {
 /// @return density >= 0; 0 where the computation overflows, as for scale = 0
 /// @accuracy 8e-14 relative over densities down to 1e-280
 VELA_API double ExponentialPdf(double x, double scale, double threshold);
+/// The same for n values.
 VELA_API void ExponentialPdf(double* out, const double* x, std::size_t n, double scale,
                              double threshold);
 
@@ -39,6 +40,7 @@ VELA_API void ExponentialPdf(double* out, const double* x, std::size_t n, double
 /// comes
 ///           from the chi-square kernel there, because 1 - exp(-t) would lose its digits)
 VELA_API double ExponentialCdf(double x, double scale, double threshold, bool upper);
+/// The same for n values.
 VELA_API void ExponentialCdf(double* out, const double* x, std::size_t n, double scale,
                              double threshold, bool upper);
 
@@ -51,6 +53,7 @@ VELA_API void ExponentialCdf(double* out, const double* x, std::size_t n, double
 /// @throws std::invalid_argument "log of a negative argument" for p > 1 and for NaN
 /// @accuracy that of ln(1 - p): relative error about 1e-16 / p for small p
 VELA_API double ExponentialInvCdf(double p, double scale, double threshold);
+/// The same for n values.
 VELA_API void ExponentialInvCdf(double* out, const double* p, std::size_t n, double scale,
                                 double threshold);
 

@@ -26,6 +26,7 @@ namespace vela {
 ///           1e-280
 /// @see Loader (2000), Fast and accurate computation of binomial probabilities
 VELA_API double FPdf(double x, double df1, double df2);
+/// The same for n values.
 VELA_API void FPdf(double* out, const double* x, std::size_t n, double df1, double df2);
 
 /// Lower or upper tail of the F distribution. Each tail is computed at its own precision.
@@ -40,6 +41,7 @@ VELA_API void FPdf(double* out, const double* x, std::size_t n, double df1, doub
 ///           and df2 1e-3 to 1e8, noncentrality up to 1e4
 /// @see Johnson, Kotz & Balakrishnan (1995), Continuous Univariate Distributions 2, ch. 27 and 30
 VELA_API double FCdf(double x, double df1, double df2, double noncentrality, bool upper);
+/// The same for n values.
 VELA_API void FCdf(double* out, const double* x, std::size_t n, double df1, double df2,
                    double noncentrality, bool upper);
 
@@ -55,6 +57,7 @@ VELA_API void FCdf(double* out, const double* x, std::size_t n, double df1, doub
 ///           as the neighbouring doubles allow
 /// @see Paulson (1942), Annals of Mathematical Statistics 13, for the start
 VELA_API double FInvCdf(double p, double df1, double df2, double noncentrality);
+/// The same for n values.
 VELA_API void FInvCdf(double* out, const double* p, std::size_t n, double df1, double df2,
                       double noncentrality);
 

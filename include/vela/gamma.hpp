@@ -25,6 +25,7 @@ namespace vela {
 /// @accuracy 1e-15 relative over shape 1e-3 to 1e6, densities down to 1e-280
 /// @see Loader (2000), Fast and accurate computation of binomial probabilities
 VELA_API double GammaPdf(double x, double shape, double scale, double threshold);
+/// The same for n values.
 VELA_API void GammaPdf(double* out, const double* x, std::size_t n, double shape, double scale,
                        double threshold);
 
@@ -42,6 +43,7 @@ VELA_API void GammaPdf(double* out, const double* x, std::size_t n, double shape
 /// @see Didonato & Morris (1986), Computation of the incomplete gamma function ratios and their
 ///      inverse, ACM TOMS 12
 VELA_API double GammaCdf(double x, double shape, double scale, double threshold, bool upper);
+/// The same for n values.
 VELA_API void GammaCdf(double* out, const double* x, std::size_t n, double shape, double scale,
                        double threshold, bool upper);
 
@@ -61,6 +63,7 @@ VELA_API void GammaCdf(double* out, const double* x, std::size_t n, double shape
 /// @see Temme (1992), Asymptotic inversion of incomplete gamma functions, Math. Comp. 58, for the
 ///      start
 VELA_API double GammaInvCdf(double p, double shape, double scale, double threshold);
+/// The same for n values.
 VELA_API void GammaInvCdf(double* out, const double* p, std::size_t n, double shape, double scale,
                           double threshold);
 

@@ -20,6 +20,7 @@ namespace vela {
 /// @return probability in [0, 1]; NaN for invalid parameters and for NaN
 /// @accuracy 4e-16 relative down to 1e-280
 VELA_API double GeometricPdf(double x, double probability);
+/// The same for n values.
 VELA_API void GeometricPdf(double* out, const double* x, std::size_t n, double probability);
 
 /// Lower or upper tail of the geometric distribution at the largest whole number up to x. P(X > k)
@@ -31,6 +32,7 @@ VELA_API void GeometricPdf(double* out, const double* x, std::size_t n, double p
 /// @return probability in [0, 1]; NaN for invalid parameters and for NaN
 /// @accuracy 4e-16 relative in either tail down to 1e-280
 VELA_API double GeometricCdf(double x, double probability, bool upper);
+/// The same for n values.
 VELA_API void GeometricCdf(double* out, const double* x, std::size_t n, double probability,
                            bool upper);
 
@@ -43,6 +45,7 @@ VELA_API void GeometricCdf(double* out, const double* x, std::size_t n, double p
 ///         NaN for p outside [0, 1] and for invalid parameters, and where it exceeds 1e300
 /// @see Johnson, Kotz & Kemp (1992), Univariate Discrete Distributions, ch. 5
 VELA_API double GeometricInvCdf(double p, double probability);
+/// The same for n values.
 VELA_API void GeometricInvCdf(double* out, const double* p, std::size_t n, double probability);
 
 }  // namespace vela

@@ -23,6 +23,7 @@ namespace vela {
 ///         NaN
 /// @accuracy 2e-15 relative, densities down to 1e-15
 VELA_API double HalfNormalPdf(double x, double scale, double threshold);
+/// The same for n values.
 VELA_API void HalfNormalPdf(double* out, const double* x, std::size_t n, double scale,
                             double threshold);
 
@@ -38,6 +39,7 @@ VELA_API void HalfNormalPdf(double* out, const double* x, std::size_t n, double 
 /// @accuracy 3e-10 absolute; by its definition a small tail cancels, so that an upper tail of 4e-15
 ///           is good to 3 per cent
 VELA_API double HalfNormalCdf(double x, double scale, double threshold, bool upper);
+/// The same for n values.
 VELA_API void HalfNormalCdf(double* out, const double* x, std::size_t n, double scale,
                             double threshold, bool upper);
 
@@ -51,6 +53,7 @@ VELA_API void HalfNormalCdf(double* out, const double* x, std::size_t n, double 
 ///         range of a double
 /// @accuracy 1.1e-9 relative in (x - threshold) / scale, by design
 VELA_API double HalfNormalInvCdf(double p, double scale, double threshold);
+/// The same for n values.
 VELA_API void HalfNormalInvCdf(double* out, const double* p, std::size_t n, double scale,
                                double threshold);
 

@@ -22,6 +22,7 @@ namespace vela {
 /// @return probability in [0, 1]; NaN for invalid parameters and for NaN
 /// @accuracy 8e-16 relative down to 1e-280, measured over populations to 2e9
 VELA_API double HypergeometricPdf(double x, int population, int events, int sample);
+/// The same for n values.
 VELA_API void HypergeometricPdf(double* out, const double* x, std::size_t n, int population,
                                 int events, int sample);
 
@@ -36,6 +37,7 @@ VELA_API void HypergeometricPdf(double* out, const double* x, std::size_t n, int
 /// @return probability in [0, 1]; NaN for invalid parameters and for NaN
 /// @accuracy 5e-15 relative in either tail down to 1e-280, measured over populations to 2e9
 VELA_API double HypergeometricCdf(double x, int population, int events, int sample, bool upper);
+/// The same for n values.
 VELA_API void HypergeometricCdf(double* out, const double* x, std::size_t n, int population,
                                 int events, int sample, bool upper);
 
@@ -50,6 +52,7 @@ VELA_API void HypergeometricCdf(double* out, const double* x, std::size_t n, int
 ///         NaN for p outside [0, 1] and for invalid parameters
 /// @see Johnson, Kotz & Kemp (1992), Univariate Discrete Distributions, ch. 6
 VELA_API double HypergeometricInvCdf(double p, int population, int events, int sample);
+/// The same for n values.
 VELA_API void HypergeometricInvCdf(double* out, const double* p, std::size_t n, int population,
                                    int events, int sample);
 

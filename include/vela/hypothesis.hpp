@@ -5,7 +5,7 @@
 
 namespace vela {
 
-/// The alternative hypothesis of a test; the values coincide with those of ::EAlternative.
+/// The alternative hypothesis of a test; the values coincide with those of EAlternative.
 ///
 /// | value | alternative  | P-value                                 |
 /// |-------|--------------|-----------------------------------------|

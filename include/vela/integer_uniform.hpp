@@ -19,6 +19,7 @@ namespace vela {
 /// @return probability in [0, 1]; NaN for invalid parameters and for NaN
 /// @accuracy one rounding
 VELA_API double IntegerUniformPdf(double x, int smallest, int largest);
+/// The same for n values.
 VELA_API void IntegerUniformPdf(double* out, const double* x, std::size_t n, int smallest,
                                 int largest);
 
@@ -32,6 +33,7 @@ VELA_API void IntegerUniformPdf(double* out, const double* x, std::size_t n, int
 /// @return probability in [0, 1]; NaN for invalid parameters and for NaN
 /// @accuracy one rounding
 VELA_API double IntegerUniformCdf(double x, int smallest, int largest, bool upper);
+/// The same for n values.
 VELA_API void IntegerUniformCdf(double* out, const double* x, std::size_t n, int smallest,
                                 int largest, bool upper);
 
@@ -45,6 +47,7 @@ VELA_API void IntegerUniformCdf(double* out, const double* x, std::size_t n, int
 ///         NaN for p outside [0, 1] and for invalid parameters
 /// @accuracy exact in the sense of the rule above
 VELA_API double IntegerUniformInvCdf(double p, int smallest, int largest);
+/// The same for n values.
 VELA_API void IntegerUniformInvCdf(double* out, const double* p, std::size_t n, int smallest,
                                    int largest);
 

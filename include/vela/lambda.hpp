@@ -26,6 +26,7 @@ namespace vela {
 ///         NaN
 /// @accuracy 1e-13 relative over lambda -4 to 4, densities down to 1e-280
 VELA_API double LambdaPdf(double x, double lambda, double location, double scale);
+/// The same for n values.
 VELA_API void LambdaPdf(double* out, const double* x, std::size_t n, double lambda, double location,
                         double scale);
 
@@ -42,6 +43,7 @@ VELA_API void LambdaPdf(double* out, const double* x, std::size_t n, double lamb
 /// @see Joiner & Rosenblatt (1971), Some properties of the range in samples from Tukey's symmetric
 ///      lambda distributions, JASA 66
 VELA_API double LambdaCdf(double x, double lambda, double location, double scale, bool upper);
+/// The same for n values.
 VELA_API void LambdaCdf(double* out, const double* x, std::size_t n, double lambda, double location,
                         double scale, bool upper);
 
@@ -57,6 +59,7 @@ VELA_API void LambdaCdf(double* out, const double* x, std::size_t n, double lamb
 /// @accuracy 3e-14 relative in (x - location) / scale over lambda -4 to 4, measured down to p =
 ///           1e-280
 VELA_API double LambdaInvCdf(double p, double lambda, double location, double scale);
+/// The same for n values.
 VELA_API void LambdaInvCdf(double* out, const double* p, std::size_t n, double lambda,
                            double location, double scale);
 

@@ -23,6 +23,7 @@ namespace vela {
 ///         NaN
 /// @accuracy 1e-15 relative, densities down to 1e-280
 VELA_API double LaplacePdf(double x, double location, double scale);
+/// The same for n values.
 VELA_API void LaplacePdf(double* out, const double* x, std::size_t n, double location,
                          double scale);
 
@@ -37,6 +38,7 @@ VELA_API void LaplacePdf(double* out, const double* x, std::size_t n, double loc
 /// @accuracy 1e-15 relative in both tails, measured down to 1e-280
 /// @see Johnson, Kotz & Balakrishnan (1995), Continuous Univariate Distributions 2, ch. 24
 VELA_API double LaplaceCdf(double x, double location, double scale, bool upper);
+/// The same for n values.
 VELA_API void LaplaceCdf(double* out, const double* x, std::size_t n, double location, double scale,
                          bool upper);
 
@@ -51,6 +53,7 @@ VELA_API void LaplaceCdf(double* out, const double* x, std::size_t n, double loc
 /// @accuracy LaplaceCdf() of the result is p to 6e-14 relative in the smaller tail, measured down
 ///           to p = 1e-280
 VELA_API double LaplaceInvCdf(double p, double location, double scale);
+/// The same for n values.
 VELA_API void LaplaceInvCdf(double* out, const double* p, std::size_t n, double location,
                             double scale);
 

@@ -24,6 +24,7 @@ namespace vela {
 ///         NaN
 /// @accuracy 1e-13 relative, densities down to 1e-280
 VELA_API double LargestExtremeValuePdf(double x, double location, double scale);
+/// The same for n values.
 VELA_API void LargestExtremeValuePdf(double* out, const double* x, std::size_t n, double location,
                                      double scale);
 
@@ -39,6 +40,7 @@ VELA_API void LargestExtremeValuePdf(double* out, const double* x, std::size_t n
 /// @accuracy 5e-14 relative in both tails, measured down to 1e-280
 /// @see Johnson, Kotz & Balakrishnan (1995), Continuous Univariate Distributions 2, ch. 22
 VELA_API double LargestExtremeValueCdf(double x, double location, double scale, bool upper);
+/// The same for n values.
 VELA_API void LargestExtremeValueCdf(double* out, const double* x, std::size_t n, double location,
                                      double scale, bool upper);
 
@@ -52,6 +54,7 @@ VELA_API void LargestExtremeValueCdf(double* out, const double* x, std::size_t n
 /// @accuracy LargestExtremeValueCdf() of the result is p to 3e-13 relative in the smaller tail,
 ///           measured down to p = 1e-280
 VELA_API double LargestExtremeValueInvCdf(double p, double location, double scale);
+/// The same for n values.
 VELA_API void LargestExtremeValueInvCdf(double* out, const double* p, std::size_t n,
                                         double location, double scale);
 

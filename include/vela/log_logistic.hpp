@@ -24,6 +24,7 @@ namespace vela {
 ///         NaN
 /// @accuracy 2e-13 relative over scale 0.1 to 3, densities down to 1e-280
 VELA_API double LogLogisticPdf(double x, double location, double scale, double threshold);
+/// The same for n values.
 VELA_API void LogLogisticPdf(double* out, const double* x, std::size_t n, double location,
                              double scale, double threshold);
 
@@ -40,6 +41,7 @@ VELA_API void LogLogisticPdf(double* out, const double* x, std::size_t n, double
 /// @see Johnson, Kotz & Balakrishnan (1995), Continuous Univariate Distributions 2, ch. 23
 VELA_API double LogLogisticCdf(double x, double location, double scale, double threshold,
                                bool upper);
+/// The same for n values.
 VELA_API void LogLogisticCdf(double* out, const double* x, std::size_t n, double location,
                              double scale, double threshold, bool upper);
 
@@ -53,6 +55,7 @@ VELA_API void LogLogisticCdf(double* out, const double* x, std::size_t n, double
 ///         range of a double; the threshold for p = 0
 /// @accuracy 6e-14 relative for a threshold of 0 over scale 0.1 to 3, measured down to p = 1e-280
 VELA_API double LogLogisticInvCdf(double p, double location, double scale, double threshold);
+/// The same for n values.
 VELA_API void LogLogisticInvCdf(double* out, const double* p, std::size_t n, double location,
                                 double scale, double threshold);
 

@@ -24,6 +24,7 @@ namespace vela {
 ///         NaN
 /// @accuracy 2e-13 relative over scale 0.1 to 3, densities down to 1e-280
 VELA_API double LogNormalPdf(double x, double location, double scale, double threshold);
+/// The same for n values.
 VELA_API void LogNormalPdf(double* out, const double* x, std::size_t n, double location,
                            double scale, double threshold);
 
@@ -39,6 +40,7 @@ VELA_API void LogNormalPdf(double* out, const double* x, std::size_t n, double l
 /// @accuracy 6e-10 relative in the smaller tail, as NormalCdf()
 /// @see Johnson, Kotz & Balakrishnan (1994), Continuous Univariate Distributions 1, ch. 14
 VELA_API double LogNormalCdf(double x, double location, double scale, double threshold, bool upper);
+/// The same for n values.
 VELA_API void LogNormalCdf(double* out, const double* x, std::size_t n, double location,
                            double scale, double threshold, bool upper);
 
@@ -54,6 +56,7 @@ VELA_API void LogNormalCdf(double* out, const double* x, std::size_t n, double l
 /// @accuracy that of NormalInvCdf(): the relative error is up to 1.1e-9 |z| scale, where z is the
 ///           standard normal quantile
 VELA_API double LogNormalInvCdf(double p, double location, double scale, double threshold);
+/// The same for n values.
 VELA_API void LogNormalInvCdf(double* out, const double* p, std::size_t n, double location,
                               double scale, double threshold);
 

@@ -22,6 +22,7 @@ namespace vela {
 ///         NaN
 /// @accuracy 1e-15 relative, densities down to 1e-280
 VELA_API double LogisticPdf(double x, double location, double scale);
+/// The same for n values.
 VELA_API void LogisticPdf(double* out, const double* x, std::size_t n, double location,
                           double scale);
 
@@ -36,6 +37,7 @@ VELA_API void LogisticPdf(double* out, const double* x, std::size_t n, double lo
 /// @accuracy 1e-15 relative in both tails, measured down to 1e-280
 /// @see Johnson, Kotz & Balakrishnan (1995), Continuous Univariate Distributions 2, ch. 23
 VELA_API double LogisticCdf(double x, double location, double scale, bool upper);
+/// The same for n values.
 VELA_API void LogisticCdf(double* out, const double* x, std::size_t n, double location,
                           double scale, bool upper);
 
@@ -50,6 +52,7 @@ VELA_API void LogisticCdf(double* out, const double* x, std::size_t n, double lo
 /// @accuracy LogisticCdf() of the result is p to 6e-14 relative in the smaller tail, measured down
 ///           to p = 1e-280; about 1e-12 scale next to p = 1/2
 VELA_API double LogisticInvCdf(double p, double location, double scale);
+/// The same for n values.
 VELA_API void LogisticInvCdf(double* out, const double* p, std::size_t n, double location,
                              double scale);
 

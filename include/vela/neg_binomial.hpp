@@ -21,6 +21,7 @@ namespace vela {
 /// @return probability in [0, 1]; NaN for invalid parameters and for NaN
 /// @accuracy 5e-16 relative down to 1e-280, measured over 1e-3 to 1e6 events
 VELA_API double NegBinomialPdf(double x, double probability, double events);
+/// The same for n values.
 VELA_API void NegBinomialPdf(double* out, const double* x, std::size_t n, double probability,
                              double events);
 
@@ -35,6 +36,7 @@ VELA_API void NegBinomialPdf(double* out, const double* x, std::size_t n, double
 /// @accuracy 1.2e-15 relative in either tail down to 1e-280, measured over 1e-3 to 1e6 events; NaN
 /// for fewer than 1e-150 events or where x exceeds 1e149 and no tail is negligible
 VELA_API double NegBinomialCdf(double x, double probability, double events, bool upper);
+/// The same for n values.
 VELA_API void NegBinomialCdf(double* out, const double* x, std::size_t n, double probability,
                              double events, bool upper);
 
@@ -48,6 +50,7 @@ VELA_API void NegBinomialCdf(double* out, const double* x, std::size_t n, double
 ///         NaN for p outside [0, 1] and for invalid parameters, and where it exceeds 1e149
 /// @see Johnson, Kotz & Kemp (1992), Univariate Discrete Distributions, ch. 5
 VELA_API double NegBinomialInvCdf(double p, double probability, double events);
+/// The same for n values.
 VELA_API void NegBinomialInvCdf(double* out, const double* p, std::size_t n, double probability,
                                 double events);
 

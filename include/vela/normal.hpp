@@ -23,6 +23,7 @@ namespace vela {
 /// @return density >= 0; 0 where the computation overflows, as for sd = 0
 /// @accuracy 7e-14 relative over densities down to 1e-280
 VELA_API double NormalPdf(double x, double mean, double sd);
+/// The same for n values.
 VELA_API void NormalPdf(double* out, const double* x, std::size_t n, double mean, double sd);
 
 /// Lower or upper tail of the normal distribution, F(x) = Phi((x - mean) / sd).
@@ -37,6 +38,7 @@ VELA_API void NormalPdf(double* out, const double* x, std::size_t n, double mean
 /// @see Didonato & Morris (1986), Computation of the incomplete gamma function ratios and their
 ///      inverse, ACM TOMS 12
 VELA_API double NormalCdf(double x, double mean, double sd, bool upper);
+/// The same for n values.
 VELA_API void NormalCdf(double* out, const double* x, std::size_t n, double mean, double sd,
                         bool upper);
 
@@ -48,10 +50,10 @@ VELA_API void NormalCdf(double* out, const double* x, std::size_t n, double mean
 /// @return the quantile; NaN for p outside (0, 1), and for p below 4.2e-284, the smallest tail that
 ///         NormalCdf() resolves
 /// @accuracy 1.1e-9 relative in the standardised quantile z, by design; the tail at the result
-/// differs
-///           from p by up to z^2 times that
+///           differs from p by up to z^2 times that
 /// @see Beasley & Springer (1977), Algorithm AS 111, Applied Statistics 26, for the start
 VELA_API double NormalInvCdf(double p, double mean, double sd);
+/// The same for n values.
 VELA_API void NormalInvCdf(double* out, const double* p, std::size_t n, double mean, double sd);
 
 }  // namespace vela

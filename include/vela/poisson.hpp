@@ -18,6 +18,7 @@ namespace vela {
 /// @return probability in [0, 1]; NaN for invalid parameters and for NaN
 /// @accuracy 9e-16 relative down to 1e-280, measured over means 1e-3 to 1e7
 VELA_API double PoissonPdf(double x, double mean);
+/// The same for n values.
 VELA_API void PoissonPdf(double* out, const double* x, std::size_t n, double mean);
 
 /// Lower or upper tail of the Poisson distribution at the largest whole number up to x. Each tail
@@ -30,6 +31,7 @@ VELA_API void PoissonPdf(double* out, const double* x, std::size_t n, double mea
 /// @accuracy 1e-9 relative in the smaller tail, that of the incomplete gamma function; NaN beyond
 /// x = 94906264 where no tail is negligible
 VELA_API double PoissonCdf(double x, double mean, bool upper);
+/// The same for n values.
 VELA_API void PoissonCdf(double* out, const double* x, std::size_t n, double mean, bool upper);
 
 /// Quantile of the Poisson distribution: the smallest k with P(X <= k) >= p, where falling short by
@@ -41,6 +43,7 @@ VELA_API void PoissonCdf(double* out, const double* x, std::size_t n, double mea
 ///         NaN for p outside [0, 1] and for invalid parameters, and where it exceeds 94906264
 /// @see Johnson, Kotz & Kemp (1992), Univariate Discrete Distributions, ch. 4
 VELA_API double PoissonInvCdf(double p, double mean);
+/// The same for n values.
 VELA_API void PoissonInvCdf(double* out, const double* p, std::size_t n, double mean);
 
 }  // namespace vela

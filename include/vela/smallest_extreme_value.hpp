@@ -23,6 +23,7 @@ namespace vela {
 ///         NaN
 /// @accuracy 1e-13 relative, densities down to 1e-280
 VELA_API double SmallestExtremeValuePdf(double x, double location, double scale);
+/// The same for n values.
 VELA_API void SmallestExtremeValuePdf(double* out, const double* x, std::size_t n, double location,
                                       double scale);
 
@@ -37,6 +38,7 @@ VELA_API void SmallestExtremeValuePdf(double* out, const double* x, std::size_t 
 /// @accuracy 5e-14 relative in both tails, measured down to 1e-280
 /// @see Johnson, Kotz & Balakrishnan (1995), Continuous Univariate Distributions 2, ch. 22
 VELA_API double SmallestExtremeValueCdf(double x, double location, double scale, bool upper);
+/// The same for n values.
 VELA_API void SmallestExtremeValueCdf(double* out, const double* x, std::size_t n, double location,
                                       double scale, bool upper);
 
@@ -50,6 +52,7 @@ VELA_API void SmallestExtremeValueCdf(double* out, const double* x, std::size_t 
 /// @accuracy SmallestExtremeValueCdf() of the result is p to 6e-14 relative in the smaller tail,
 ///           measured down to p = 1e-280
 VELA_API double SmallestExtremeValueInvCdf(double p, double location, double scale);
+/// The same for n values.
 VELA_API void SmallestExtremeValueInvCdf(double* out, const double* p, std::size_t n,
                                          double location, double scale);
 

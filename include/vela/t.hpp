@@ -25,6 +25,7 @@ namespace vela {
 ///           over df 1e-3 to 1e8 and |noncentrality| up to 9e7, beyond which the result is NaN
 /// @see Johnson, Kotz & Balakrishnan (1995), Continuous Univariate Distributions 2, ch. 28 and 31
 VELA_API double TPdf(double t, double df, double noncentrality);
+/// The same for n values.
 VELA_API void TPdf(double* out, const double* t, std::size_t n, double df, double noncentrality);
 
 /// Lower or upper tail of Student's t distribution. Each tail is computed at its own precision.
@@ -36,6 +37,7 @@ VELA_API void TPdf(double* out, const double* t, std::size_t n, double df, doubl
 /// @return probability in [0, 1]; NaN for invalid parameters, for NaN, and where no digits can be
 /// had
 VELA_API double TCdf(double t, double df, double noncentrality, bool upper);
+/// The same for n values.
 VELA_API void TCdf(double* out, const double* t, std::size_t n, double df, double noncentrality,
                    bool upper);
 
@@ -50,6 +52,7 @@ VELA_API void TCdf(double* out, const double* t, std::size_t n, double df, doubl
 ///           p = 1e-280 over df 0.01 to 1e8
 /// @see Hill (1970), Algorithm 396: Student's t-quantiles, CACM 13, for the start
 VELA_API double TInvCdf(double p, double df, double noncentrality);
+/// The same for n values.
 VELA_API void TInvCdf(double* out, const double* p, std::size_t n, double df, double noncentrality);
 
 }  // namespace vela

@@ -24,6 +24,7 @@ namespace vela {
 ///         NaN
 /// @accuracy 1e-15 relative
 VELA_API double TriangularPdf(double x, double minimum, double mode, double maximum);
+/// The same for n values.
 VELA_API void TriangularPdf(double* out, const double* x, std::size_t n, double minimum,
                             double mode, double maximum);
 
@@ -40,6 +41,7 @@ VELA_API void TriangularPdf(double* out, const double* x, std::size_t n, double 
 /// @accuracy 1e-15 relative below the mode, 1e-15 absolute above it (lower tail; the upper tail the
 ///           other way round)
 VELA_API double TriangularCdf(double x, double minimum, double mode, double maximum, bool upper);
+/// The same for n values.
 VELA_API void TriangularCdf(double* out, const double* x, std::size_t n, double minimum,
                             double mode, double maximum, bool upper);
 
@@ -52,6 +54,7 @@ VELA_API void TriangularCdf(double* out, const double* x, std::size_t n, double 
 /// @return the quantile; NaN for p outside [0, 1] and for invalid parameters
 /// @accuracy 3e-15 of the largest of the three parameters
 VELA_API double TriangularInvCdf(double p, double minimum, double mode, double maximum);
+/// The same for n values.
 VELA_API void TriangularInvCdf(double* out, const double* p, std::size_t n, double minimum,
                                double mode, double maximum);
 

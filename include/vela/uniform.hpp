@@ -22,6 +22,7 @@ namespace vela {
 /// @return density >= 0; NaN for invalid parameters and NaN
 /// @accuracy 1e-15 relative
 VELA_API double UniformPdf(double x, double minimum, double maximum);
+/// The same for n values.
 VELA_API void UniformPdf(double* out, const double* x, std::size_t n, double minimum,
                          double maximum);
 
@@ -36,6 +37,7 @@ VELA_API void UniformPdf(double* out, const double* x, std::size_t n, double min
 ///         = maximum gives 0 (lower tail) and 1 (upper tail)
 /// @accuracy 1e-15 relative, given the difference to the end point
 VELA_API double UniformCdf(double x, double minimum, double maximum, bool upper);
+/// The same for n values.
 VELA_API void UniformCdf(double* out, const double* x, std::size_t n, double minimum,
                          double maximum, bool upper);
 
@@ -48,6 +50,7 @@ VELA_API void UniformCdf(double* out, const double* x, std::size_t n, double min
 ///         1] extrapolates
 /// @accuracy 1e-16 of the larger end point
 VELA_API double UniformInvCdf(double p, double minimum, double maximum);
+/// The same for n values.
 VELA_API void UniformInvCdf(double* out, const double* p, std::size_t n, double minimum,
                             double maximum);
 

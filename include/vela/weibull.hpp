@@ -23,6 +23,7 @@ namespace vela {
 ///         NaN
 /// @accuracy 1e-14 relative over shape 0.1 to 100, densities down to 1e-280
 VELA_API double WeibullPdf(double x, double shape, double scale, double threshold);
+/// The same for n values.
 VELA_API void WeibullPdf(double* out, const double* x, std::size_t n, double shape, double scale,
                          double threshold);
 
@@ -41,6 +42,7 @@ VELA_API void WeibullPdf(double* out, const double* x, std::size_t n, double sha
 ///           the lower tail is below 0.001, because it comes from the chi-square kernel
 /// @see Johnson, Kotz & Balakrishnan (1994), Continuous Univariate Distributions 1, ch. 21
 VELA_API double WeibullCdf(double x, double shape, double scale, double threshold, bool upper);
+/// The same for n values.
 VELA_API void WeibullCdf(double* out, const double* x, std::size_t n, double shape, double scale,
                          double threshold, bool upper);
 
@@ -56,6 +58,7 @@ VELA_API void WeibullCdf(double* out, const double* x, std::size_t n, double sha
 ///         power is undefined
 /// @accuracy that of ln(1 - p): relative error about 1e-16 / (p shape) for small p
 VELA_API double WeibullInvCdf(double p, double shape, double scale, double threshold);
+/// The same for n values.
 VELA_API void WeibullInvCdf(double* out, const double* p, std::size_t n, double shape, double scale,
                             double threshold);
 

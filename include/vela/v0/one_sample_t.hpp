@@ -50,6 +50,7 @@ VELA_API int RunOneSampleT(OneSampleT* record, double confidence, IntervalType t
 /// Mean and stDev from record->count observations x, then as above. x may be null when count is 0.
 VELA_API int RunOneSampleT(OneSampleT* record, const double* x, double confidence,
                            IntervalType type);
+/// The same with the test.
 VELA_API int RunOneSampleT(OneSampleT* record, const double* x, double confidence,
                            IntervalType type, AlternativeHypothesis alternative,
                            double hypothesizedValue);

@@ -49,6 +49,7 @@ VELA_API int RunOneSampleZ(OneSampleZ* record, double sigma, double confidence, 
 /// Mean and stDev from record->count observations x, then as above. x may be null when count is 0.
 VELA_API int RunOneSampleZ(OneSampleZ* record, const double* x, double sigma, double confidence,
                            IntervalType type);
+/// The same with the test.
 VELA_API int RunOneSampleZ(OneSampleZ* record, const double* x, double sigma, double confidence,
                            IntervalType type, AlternativeHypothesis alternative,
                            double hypothesizedValue);

@@ -56,6 +56,7 @@ VELA_API int RunPairedT(PairedT* record, double confidence, IntervalType type,
 /// and null when count is 0.
 VELA_API int RunPairedT(PairedT* record, const double* x, const double* y, double confidence,
                         IntervalType type);
+/// The same with the test.
 VELA_API int RunPairedT(PairedT* record, const double* x, const double* y, double confidence,
                         IntervalType type, AlternativeHypothesis alternative,
                         double hypothesizedValue);

@@ -64,6 +64,7 @@ VELA_API int RunTwoSampleT(TwoSampleT* record, bool pooled, double confidence, I
 /// as above. A sample may be null when its count is 0.
 VELA_API int RunTwoSampleT(TwoSampleT* record, const double* x1, const double* x2, bool pooled,
                            double confidence, IntervalType type);
+/// The same with the test.
 VELA_API int RunTwoSampleT(TwoSampleT* record, const double* x1, const double* x2, bool pooled,
                            double confidence, IntervalType type, AlternativeHypothesis alternative,
                            double hypothesizedValue);

@@ -17,9 +17,15 @@ namespace vela::v1 {
 /// round up and 3 to the nearest even position instead of weighting), the quantile is
 /// (1 - g) x(j) + g x(j + 1), x(1) below position 1 and x(n) from position n on.
 ///
-///     method  1, 2, 4   3          5          6          7              8                9
-///     h       n p       n p - 0.5  n p + 0.5  n p + p    n p + (1 - p)  n p + (p + 1)/3  n p + (p
-///     + 1.5)/4
+/// | method  | h                 |
+/// |---------|-------------------|
+/// | 1, 2, 4 | n p               |
+/// | 3       | n p - 0.5         |
+/// | 5       | n p + 0.5         |
+/// | 6       | n p + p           |
+/// | 7       | n p + (1 - p)     |
+/// | 8       | n p + (p + 1)/3   |
+/// | 9       | n p + (p + 1.5)/4 |
 ///
 /// Method 1 takes x(j + 1) if g > 0, else x(j); method 2 the same, but for g = 0 the mean of x(j)
 /// and x(j + 1); method 3 takes x(j) if g = 0 and j is even, else x(j + 1).

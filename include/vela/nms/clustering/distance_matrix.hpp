@@ -36,6 +36,7 @@ public:
     /// @return InvalidSize for a negative count, OutOfMemory; then the matrix is as it was
     StatlibraryErrorCode Init(int rows, double value);
 
+    /// The number of rows, which is that of columns.
     int RowCount() const;
 
     /// The distance; 0 on the diagonal, NaN for an index outside the matrix.

@@ -9,6 +9,7 @@ namespace vela::nms::types {
 class VELA_API IMissingValueInfo {
 public:
     virtual ~IMissingValueInfo() = default;
+    /// True when @p value is the mark of a missing entry.
     virtual bool IsMissing(double value) const = 0;
 
 protected:

@@ -11,7 +11,9 @@ template <class T>
 class VELA_API IRectangularArray {
 public:
     virtual ~IRectangularArray() = default;
+    /// The number of observations.
     virtual int RowCount() const = 0;
+    /// The number of variables.
     virtual int ColumnCount() const = 0;
     /// @param row     0 to RowCount() - 1; not checked
     /// @param column  0 to ColumnCount() - 1; not checked

@@ -12,6 +12,7 @@ template <class T>
 class VELA_API IReadableVector {
 public:
     virtual ~IReadableVector() = default;
+    /// The number of elements.
     virtual int size() const = 0;
     /// @param index  0 to size() - 1; not checked
     virtual const T& operator[](int index) const = 0;
@@ -27,6 +28,7 @@ template <class T>
 class VELA_API IVector : public IReadableVector<T> {
 public:
     using IReadableVector<T>::operator[];
+    /// @param index  0 to size() - 1; not checked
     virtual T& operator[](int index) = 0;
 
     /// Makes the sequence @p count copies of @p value, which may be one of its own elements.
