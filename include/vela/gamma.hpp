@@ -59,9 +59,9 @@ VELA_API void GammaCdf(double* out, const double* x, std::size_t n, double shape
 ///         threshold, because GammaCdf() does not resolve it
 /// @accuracy GammaCdf() of the result is p to 1e-12 relative in the smaller tail, and to 3e-10
 ///           where the regions of GammaCdf() meet; measured over shape 1e-3 to 5e7 down to p =
-///           1e-280
-/// @see Temme (1992), Asymptotic inversion of incomplete gamma functions, Math. Comp. 58, for the
-///      start
+///           1e-280. From shape 1000 on, far tails excepted, the standardised quantile itself is
+///           right to 5e-13 relative, and GammaCdf() of it p to its own 1e-9
+/// @see Temme (1992), Asymptotic inversion of incomplete gamma functions, Math. Comp. 58
 VELA_API double GammaInvCdf(double p, double shape, double scale, double threshold);
 /// The same for n values.
 VELA_API void GammaInvCdf(double* out, const double* p, std::size_t n, double shape, double scale,

@@ -18,7 +18,6 @@ namespace {
 
 using conventions::kernel_failed;
 using kernels::ChiSquareQuantile;
-using kernels::GammaShape;
 using kernels::kLargestDouble;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -44,7 +43,7 @@ double chi_sq_pdf(double x, double df) {
 // kernels have none worth keeping.
 
 auto chi_sq_cdf(double df, double noncentrality, bool upper) {
-    return [=, central = GammaShape(0.5 * df)](double x) {
+    return [=, central = kernels::gamma_shape(0.5 * df)](double x) {
         if (std::islessequal(x, 0.0)) {
             return upper ? 1.0 : 0.0;
         }

@@ -36,7 +36,7 @@ double gamma_pdf(double x, double shape, double scale, double threshold) {
 // What depends on the shape alone is computed once for a whole array.
 
 auto gamma_cdf(double shape, double scale, double threshold, bool upper) {
-    return [=, gamma = kernels::GammaShape(shape)](double x) {
+    return [=, gamma = kernels::gamma_shape(shape)](double x) {
         if (std::islessequal(x, threshold)) {
             return upper ? 1.0 : 0.0;
         }

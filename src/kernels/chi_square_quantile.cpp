@@ -4,27 +4,14 @@
 
 namespace vela::kernels {
 
-using conventions::kernel_failed;
-
-namespace {
-
-void finish(double* x) {
-    if (!kernel_failed()) {
+void ChiSquareQuantile::find(double p, double* x) const {
+    m_gamma.find(p, x);
+    if (!conventions::kernel_failed()) {
         *x *= 2.0;
     }
     conventions::name_kernel("inv_chi2_df");
 }
 
-}  // namespace
-
-void ChiSquareQuantile::find(double p, double* x) const {
-    m_gamma.find(p, x);
-    finish(x);
-}
-
-void inv_chi2_df(double p, double df, double* x) {
-    inv_gamma_df(p, 0.5 * df, x);
-    finish(x);
-}
+void inv_chi2_df(double p, double df, double* x) { ChiSquareQuantile(df).find(p, x); }
 
 }  // namespace vela::kernels

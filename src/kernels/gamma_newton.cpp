@@ -48,7 +48,7 @@ void gamma_newton(double target, const GammaShape& shape, double* x, GammaTail t
 }
 
 void gamma_newton(double target, double a, double* x, char tail) {
-    gamma_newton(target, GammaShape(a), x, static_cast<GammaTail>(tail));
+    gamma_newton(target, gamma_shape(a), x, static_cast<GammaTail>(tail));
 }
 
 }  // namespace vela::kernels

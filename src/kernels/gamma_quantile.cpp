@@ -8,7 +8,7 @@
 //   a = 1/2                    half the square of a normal quantile
 //   a > 1/2                    a normal quantile put through Temme (1992), Asymptotic inversion of
 //                              incomplete gamma functions, Math. Comp. 58, with three correction
-//                              terms
+//                              terms; final for a >= 1000 except in the far tails
 //   a < 1/2, upper tail        the leading continued fraction of Gamma(a, x), inverted
 
 #include "kernels/gamma_quantile.hpp"
@@ -17,7 +17,6 @@
 #include "kernels/limits.hpp"
 #include "kernels/normal_start.hpp"
 #include "kernels/positive_quantile.hpp"
-#include "kernels/stirling.hpp"
 
 #include <cmath>
 #include <limits>
@@ -32,11 +31,11 @@ using conventions::kNoConvergence;
 using conventions::raise_level;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kSmallestShape = 5.6e-309;  // as gamma_pq()
-constexpr double kLargestShape = 94906265.0;
 constexpr double kLogSmallestX = -745.0;  // exp of less is 0
 constexpr double kFinalRatio = 1e-5;      // x / (a + 1) up to which three terms are exact
 constexpr double kSeriesRatio = 0.3;      // up to which they are a start
+constexpr double kFinalShape = 1000.0;    // Temme's expansion has a relative error of 5e-13
+constexpr double kFinalEta = 0.2;         // from this shape on and up to this |eta|
 
 /// x from the leading term x0 of P = x^a / Gamma(a + 1) (1 - a x / (a + 1) + ...).
 double inverted_series(double a, double x0) {
@@ -74,9 +73,15 @@ double ratio_of(double eta) {
     return r - (r - std::log(r) - h) * r / (r - 1.0);
 }
 
-/// x from the normal quantile z of p: eta = z / sqrt(a) + e1 / a + e2 / a^2 + e3 / a^3.
-double temme_start(double a, double z) {
-    const double eta = z / std::sqrt(a);
+/// The lower-tail normal quantile of p, from the routine for an upper tail.
+template <double upperQuantile(double)>
+double normal_quantile(double p) {
+    return p <= 0.5 ? -upperQuantile(p) : upperQuantile(1.0 - p);
+}
+
+/// x from eta = z / sqrt(a), where z is the normal quantile of p: the expansion adds
+/// e1 / a + e2 / a^2 + e3 / a^3 to it.
+double temme_quantile(double a, double eta) {
     if (std::fabs(eta) < 2.0) {
         const double e1 =
             -1.0 / 3 +
@@ -109,31 +114,33 @@ double upper_start(double a, double q, double logGamma1) {
     return x;
 }
 
-bool is_valid_shape(double a) { return a == a && a >= kSmallestShape && a <= kLargestShape; }
-
-double log_gamma_1(double a) { return is_valid_shape(a) ? lgamma_stirling(a + 1.0) : 0.0; }
-
-/// One quantile to find at a shape whose ln Gamma(a + 1) is known. What needs no search does not
-/// need a GammaShape either, which costs more to make than these answers.
+/// One quantile to find.
 struct Task {
     double p;
     double a;
-    double logGamma1;
+    const GammaShape& shape;
     double x0 = 0.0;  // the leading term of the power series
 
     bool is_answered_without_search(double* x);
-    void search(const GammaShape& shape, double* x) const;
+    void search(double* x) const;
     double start() const;
 };
 
 bool Task::is_answered_without_search(double* x) {
     enter_kernel("inv_gamma_df");
     *x = -kLargestDouble;
-    if (!is_valid_shape(a) || p != p || p < 0.0 || p >= 1.0) {
+    if (!shape.is_valid() || p != p || p < 0.0 || p >= 1.0) {
         raise_level(kInvalidArgument, "inv_gamma_df");
         return true;
     }
-    const double logPower = p > 0.0 ? std::log(p) + logGamma1 : 0.0;  // ln of x^a near 0
+    if (a >= kFinalShape && p >= kUnderflow) {
+        const double eta = normal_quantile<polished_normal_start>(p) / std::sqrt(a);
+        if (std::fabs(eta) < kFinalEta) {
+            *x = temme_quantile(a, eta);
+            return true;
+        }
+    }
+    const double logPower = p > 0.0 ? std::log(p) + shape.log_gamma_1() : 0.0;  // ln of x^a near 0
     if (p == 0.0 || logPower < kLogSmallestX * a) {
         *x = 0.0;
         return true;
@@ -164,12 +171,12 @@ double Task::start() const {
         return 0.5 * z * z;
     }
     if (a > 0.5) {
-        return temme_start(a, p <= 0.5 ? -normal_start(p) : normal_start(1.0 - p));
+        return temme_quantile(a, normal_quantile<normal_start>(p) / std::sqrt(a));
     }
-    return upper_start(a, 1.0 - p, logGamma1);
+    return upper_start(a, 1.0 - p, shape.log_gamma_1());
 }
 
-void Task::search(const GammaShape& shape, double* x) const {
+void Task::search(double* x) const {
     const bool isUpper = p > 0.5;
     const auto tail = [&](double at) -> TailAndSlope {
         double P = kNaN;
@@ -191,20 +198,13 @@ void Task::search(const GammaShape& shape, double* x) const {
 
 }  // namespace
 
-GammaQuantile::GammaQuantile(double a) : m_a(a), m_logGamma1(log_gamma_1(a)), m_shape(a) {}
-
 void GammaQuantile::find(double p, double* x) const {
-    Task task{p, m_a, m_logGamma1};
+    Task task{p, m_a, m_shape};
     if (!task.is_answered_without_search(x)) {
-        task.search(m_shape, x);
+        task.search(x);
     }
 }
 
-void inv_gamma_df(double p, double a, double* x) {
-    Task task{p, a, log_gamma_1(a)};
-    if (!task.is_answered_without_search(x)) {
-        task.search(GammaShape(a), x);
-    }
-}
+void inv_gamma_df(double p, double a, double* x) { GammaQuantile(a).find(p, x); }
 
 }  // namespace vela::kernels

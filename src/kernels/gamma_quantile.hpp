@@ -10,7 +10,7 @@ namespace vela::kernels {
 /// A shape with everything that depends on it alone, for many quantiles at one shape.
 class GammaQuantile {
 public:
-    explicit GammaQuantile(double a);
+    explicit GammaQuantile(double a) : m_a(a), m_shape(gamma_shape(a)) {}
 
     /// The x with P(a, x) = p; 0 for p = 0 and where x lies below the smallest double. Routine name
     /// "inv_gamma_df".
@@ -22,7 +22,6 @@ public:
 
 private:
     double m_a;
-    double m_logGamma1;  // ln Gamma(a + 1)
     GammaShape m_shape;
 };
 

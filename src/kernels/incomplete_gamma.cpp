@@ -3,22 +3,29 @@
 // accuracy of 1e-9: the stops of the series are part of the results, because every normal,
 // chi-square and Poisson probability rests on them.
 //
-//   x <= t             lower series, summed backward
+//   x <= t             lower series
 //   x > t, a, x < 1    small-shape series for Gamma(a, x)
 //   x > t otherwise    upper sum down to the fractional part of a, then Legendre's fraction there
 //
 // with t = a - 1/3, near the median, for a >= 0.59 and (Gamma(a + 1) / 2)^(1/a) below. The smaller
 // tail is computed, the other is its complement. Tails below exp(-662.34472) count as 0.
+//
+// The finite and infinite sums are defined as a forward count of their terms and a backward sum.
+// Small ones are added up while they are counted, which comes to the same within a few ulps.
 
 #include "kernels/incomplete_gamma.hpp"
 
 #include "conventions/error_channel.hpp"
+#include "kernels/double_double.hpp"
 #include "kernels/limits.hpp"
 #include "kernels/stirling.hpp"
 
+#include <array>
 #include <cerrno>
 #include <cmath>
+#include <cstddef>
 #include <iterator>
+#include <utility>
 
 namespace vela::kernels {
 namespace {
@@ -38,19 +45,31 @@ constexpr double kSmallestShape = 5.6e-309;       // below it 1/a overflows
 constexpr double kMaxTerms = 1e6;
 constexpr int kMaxFractionSteps = 80;
 constexpr int kMaxSmallShapeTerms = 42;
+constexpr double kSmallShape = 0.59;               // below it the switch point needs Gamma(a + 1)
+constexpr double kLargestSmallSwitchPoint = 0.26;  // there; it grows with the shape, to 0.2557
+constexpr double kQuickShape = 9.0;                // beyond it stirling_remainder() is a short sum
 constexpr double kLn2 = 0.6931471805599453;
 
+/// compute(), unless an earlier call has left its value.
+template <class Compute>
+double once(double& value, Compute compute) {
+    if (value != value) {
+        value = compute();
+    }
+    return value;
+}
+
 /// ln(x / a), through the relative difference where x and a are on one side of 1.
-double log_ratio(double x, double a, double logA) {
+template <class LogA>
+double log_ratio(double x, double a, LogA logA) {
     if ((x >= 1.0) != (a >= 1.0)) {
-        return std::log(x) - logA;
+        return std::log(x) - logA();
     }
     return x >= a ? std::log1p((x - a) / a) : -std::log1p((a - x) / x);
 }
 
-double log_density_from(double x, double a, double logA, double remainder) {
-    const double r = log_ratio(x, a, logA);
-    return r * a + (a - x) - remainder - r;
+double log_density_from(double x, double a, double logRatio, double remainder) {
+    return logRatio * a + (a - x) - remainder - logRatio;
 }
 
 /// Gamma(a) - 1/a for 0 <= a <= 1, from the power series of 1/Gamma(1 + a) (Abramowitz and Stegun
@@ -66,10 +85,16 @@ double gamma_minus_reciprocal(double a) {
         7.7822634399050713e-12,  -3.6968056186422057e-12, 5.100370287454476e-13,
         -2.0583260535665068e-14, -5.348122539423018e-15,  1.2267786282382608e-15,
         -1.1812593016974588e-16, 1.1866922547516003e-18};
-    double h = 0.0;
-    for (int i = static_cast<int>(std::size(kCoefficients)) - 1; i >= 0; --i) {
-        h = h * a + kCoefficients[i];
+    // Two interleaved sums for the small terms halve the latency; the large ones end as in Horner.
+    static_assert(std::size(kCoefficients) % 2 == 0);
+    const double square = a * a;
+    double even = 0.0;
+    double odd = 0.0;
+    for (int i = static_cast<int>(std::size(kCoefficients)) - 2; i >= 2; i -= 2) {
+        even = even * square + kCoefficients[i];
+        odd = odd * square + kCoefficients[i + 1];
     }
+    const double h = ((odd * a + even) * a + kCoefficients[1]) * a + kCoefficients[0];
     return -h / (1.0 + a * h);
 }
 
@@ -92,30 +117,70 @@ double expm1_accurate(double x) {
 }
 
 void gamma_log_density(double a, double x, double* out) {
-    *out = log_density_from(x, a, std::log(a), stirling_remainder(a));
+    const double r = log_ratio(x, a, [a] { return std::log(a); });
+    *out = log_density_from(x, a, r, stirling_remainder(a));
 }
 
 GammaShape::GammaShape(double a)
-    : m_a(a), m_isValid(a == a && a >= kSmallestShape && a <= kLargestShape) {
-    if (!m_isValid) {
-        return;
+    : m_a(a), m_isValid(a == a && a >= kSmallestShape && a <= kLargestShape) {}
+
+GammaShape GammaShape::prepared(double a) {
+    const GammaShape shape(a);
+    if (shape.m_isValid) {
+        shape.log_a();
+        shape.log_gamma_1();
+        shape.remainder();
+        if (a < kSmallShape) {
+            shape.small_switch_point();
+        }
+        if (a < 1.0) {
+            shape.gamma();
+            shape.gamma_excess();
+        }
     }
-    m_logA = std::log(a);
-    m_remainder = stirling_remainder(a);
-    if (a < 1.0) {
-        m_gamma = gamma_stirling(a);
-        m_gammaExcess = gamma_minus_reciprocal(a);
+    return shape;
+}
+
+double GammaShape::log_a() const {
+    return once(m_logA, [this] { return std::log(m_a); });
+}
+
+double GammaShape::log_gamma_1() const {
+    return once(m_logGamma1, [this] { return lgamma_stirling(m_a + 1.0); });
+}
+
+double GammaShape::remainder() const {
+    return once(m_remainder, [this] {
+        return m_a <= kQuickShape ? stirling_remainder(m_a, log_gamma_1())
+                                  : stirling_remainder(m_a);
+    });
+}
+
+double GammaShape::small_switch_point() const {
+    return once(m_switchPoint, [this] {
+        const double logSwitchPoint = (log_gamma_1() - kLn2) / m_a;
+        return logSwitchPoint >= kLogUnderflow ? std::exp(logSwitchPoint) : 0.0;
+    });
+}
+
+double GammaShape::gamma() const {
+    return once(m_gamma, [this] { return gamma_stirling(m_a); });
+}
+
+double GammaShape::gamma_excess() const {
+    return once(m_gammaExcess, [this] { return gamma_minus_reciprocal(m_a); });
+}
+
+bool GammaShape::is_lower(double x) const {
+    if (m_a >= kSmallShape) {
+        return x <= m_a - 1.0 / 3.0;
     }
-    if (a >= 0.59) {
-        m_switchPoint = a - 1.0 / 3.0;
-    } else {
-        const double logSwitchPoint = (lgamma_stirling(a + 1.0) - kLn2) / a;
-        m_switchPoint = logSwitchPoint >= kLogUnderflow ? std::exp(logSwitchPoint) : 0.0;
-    }
+    return x <= kLargestSmallSwitchPoint && x <= small_switch_point();
 }
 
 double GammaShape::log_density(double x) const {
-    return log_density_from(x, m_a, m_logA, m_remainder);
+    const double r = log_ratio(x, m_a, [this] { return log_a(); });
+    return log_density_from(x, m_a, r, remainder());
 }
 
 void GammaShape::pq(double x, double* P, double* Q, double* f) const {
@@ -145,7 +210,7 @@ void GammaShape::pq(double x, double* P, double* Q, double* f) const {
 }
 
 double GammaShape::tails(double x, bool isDensityWanted, double* P, double* Q) const {
-    const bool isLower = x <= m_switchPoint;
+    const bool isLower = is_lower(x);
     const bool isSmallShape = !isLower && m_a < 1.0 && x < 1.0;
     const double logDensity = isDensityWanted || !isSmallShape ? log_density(x) : 0.0;
     const bool isDensityNeeded = isDensityWanted || !(isLower || isSmallShape);
@@ -226,8 +291,8 @@ void GammaShape::lower_series(double x, double logDensity, double* P, double* Q)
 }
 
 void GammaShape::small_shape_series(double x, double* P, double* Q) const {
-    const double g = upper_gamma_small_from(x, m_a, m_gammaExcess);
-    const double q = g / m_gamma;
+    const double g = upper_gamma_small_from(x, m_a, gamma_excess());
+    const double q = g / gamma();
     // Only a shape near the smallest double can underflow: no logarithms elsewhere.
     const bool vanishes = q < 1e-280 && std::log(g) - lgamma_stirling(m_a) < kLogUnderflow;
     write_tail(vanishes ? 0.0 : q, Q, P);
@@ -267,12 +332,65 @@ void GammaShape::upper_function(double x, double logDensity, double density, dou
     }
 }
 
-void gamma_pq(double x, double a, double* P, double* Q, double* f) { GammaShape(a).pq(x, P, Q, f); }
+namespace {
+
+/// The shapes 1/2, 1, 3/2, ..., as many as the sequence is long.
+template <std::size_t... index>
+std::array<GammaShape, sizeof...(index)> prepared_shapes(
+    std::index_sequence<index...> /*indices*/) {
+    return {GammaShape::prepared(0.5 * (index + 1))...};
+}
+
+}  // namespace
+
+GammaShape gamma_shape(double a) {
+    // Built at first use, so that a caller's own start-up code may already compute.
+    static const auto prepared =
+        prepared_shapes(std::make_index_sequence<static_cast<std::size_t>(2.0 * kQuickShape)>());
+    const GammaShape shape(a);
+    if (shape.is_valid() && a <= kQuickShape) {
+        const double twice = 2.0 * a;
+        const auto whole = static_cast<std::size_t>(twice);
+        if (whole >= 1 && static_cast<double>(whole) == twice) {
+            return prepared[whole - 1];
+        }
+    }
+    return shape;
+}
+
+void gamma_pq(double x, double a, double* P, double* Q, double* f) {
+    gamma_shape(a).pq(x, P, Q, f);
+}
+
+namespace {
+
+/// Up to here the rounding errors of the terms leave a forward sum within 5 ulps of the backward
+/// one. Beyond, the errors of both grow, and a defined result is the backward one.
+constexpr double kLargestForwardSum = 8.0;
+
+/// Terms added largest first; the rounding errors of the additions are put back at the end.
+class ForwardSum {
+public:
+    void add(double term) {
+        const DoubleDouble sum = quick_two_sum(m_sum, term);
+        m_sum = sum.hi;
+        m_lost += sum.lo;
+    }
+    double value() const { return m_sum + m_lost; }
+
+private:
+    double m_sum = 0.0;
+    double m_lost = 0.0;
+};
+
+}  // namespace
 
 int gamma_Iax(double a, double x, double* S) {
     double term = 1.0;
     double n = 0.0;
+    ForwardSum forward;
     while (term >= kGammaTermTolerance && n <= kMaxTerms) {
+        forward.add(term);
         n += 1.0;
         term *= x / (n + a);
     }
@@ -280,9 +398,13 @@ int gamma_Iax(double a, double x, double* S) {
         raise_level(kNoConvergence, "gamma_Iax");
         return kNoConvergence;
     }
-    double sum = 1.0;
-    for (double k = n; k >= 1.0; k -= 1.0) {
-        sum = x * sum / (k + a) + 1.0;
+    forward.add(term);
+    double sum = forward.value();
+    if (sum > kLargestForwardSum) {
+        sum = 1.0;
+        for (double k = n; k >= 1.0; k -= 1.0) {
+            sum = x * sum / (k + a) + 1.0;
+        }
     }
     *S = sum;
     clear_negative_level("gamma_Iax");
@@ -292,7 +414,9 @@ int gamma_Iax(double a, double x, double* S) {
 int gamma_Jax(double a, double x, double* J) {
     double term = 1.0;
     double k = 0.0;
+    ForwardSum forward;
     while (term >= kGammaTermTolerance && k <= a - 1.0 && k <= kMaxTerms) {
+        forward.add(term);
         k += 1.0;
         term *= (a - k) / x;
     }
@@ -310,8 +434,13 @@ int gamma_Jax(double a, double x, double* J) {
     } else {
         error_channel.kernel_path_code = 0;
     }
-    for (; k >= 1.0; k -= 1.0) {
-        sum = (a - k) * sum / x + 1.0;
+    forward.add(term * sum);
+    if (forward.value() <= kLargestForwardSum) {
+        sum = forward.value();
+    } else {
+        for (; k >= 1.0; k -= 1.0) {
+            sum = (a - k) * sum / x + 1.0;
+        }
     }
     *J = sum;
     clear_negative_level("gamma_Jax");

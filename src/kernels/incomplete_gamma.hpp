@@ -1,6 +1,8 @@
 #ifndef VELA_KERNELS_INCOMPLETE_GAMMA_HPP
 #define VELA_KERNELS_INCOMPLETE_GAMMA_HPP
 
+#include <limits>
+
 namespace vela::kernels {
 
 /// exp(x) - 1; -DBL_MAX with errno EDOM for x below -662.34472 or above 709.78271.
@@ -9,11 +11,20 @@ double expm1_accurate(double x);
 /// ln of x^(a - 1) e^(-x) / Gamma(a), without cancellation near x = a. x and a positive.
 void gamma_log_density(double a, double x, double* out);
 
-/// A shape a of the incomplete gamma function with everything that depends on it alone, so that
-/// many evaluations at one shape do that work once.
+/// A shape a of the incomplete gamma function with what depends on it alone, so that many
+/// evaluations at one shape do that work once, and one evaluation only the part that its x needs:
+/// each number is computed when it is first asked for. Threads may share only a prepared() object.
 class GammaShape {
 public:
     explicit GammaShape(double a);
+
+    /// With everything computed.
+    static GammaShape prepared(double a);
+
+    bool is_valid() const { return m_isValid; }
+
+    /// ln Gamma(a + 1), for a valid shape.
+    double log_gamma_1() const;
 
     /// Regularized lower tail P and upper tail Q at x, and, unless f is null, the density there.
     /// Routine name "gamma_df".
@@ -24,6 +35,15 @@ public:
     void pq(double x, double* P, double* Q, double* f) const;
 
 private:
+    static constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+
+    double log_a() const;
+    double remainder() const;
+    double small_switch_point() const;
+    double gamma() const;
+    double gamma_excess() const;
+
+    bool is_lower(double x) const;
     double log_density(double x) const;
     double tails(double x, bool isDensityWanted, double* P, double* Q) const;
     void lower_series(double x, double logDensity, double* P, double* Q) const;
@@ -32,12 +52,17 @@ private:
 
     double m_a;
     bool m_isValid;
-    double m_logA = 0.0;
-    double m_remainder = 0.0;    // stirling_remainder(a)
-    double m_switchPoint = 0.0;  // lower series up to here, upper function beyond
-    double m_gamma = 0.0;        // Gamma(a), for a < 1 only
-    double m_gammaExcess = 0.0;  // Gamma(a) - 1/a, for a < 1 only
+    mutable double m_logA = kUnknown;
+    mutable double m_logGamma1 = kUnknown;
+    mutable double m_remainder = kUnknown;    // stirling_remainder(a)
+    mutable double m_switchPoint = kUnknown;  // for a < 0.59 only
+    mutable double m_gamma = kUnknown;        // Gamma(a), for a < 1 only
+    mutable double m_gammaExcess = kUnknown;  // Gamma(a) - 1/a, for a < 1 only
 };
+
+/// GammaShape(a), but already prepared where 2a is one of 1, 2, ..., 18: a few whole degrees of
+/// freedom are what is asked for most.
+GammaShape gamma_shape(double a);
 
 /// One evaluation at one shape; see GammaShape::pq().
 void gamma_pq(double x, double a, double* P, double* Q, double* f);

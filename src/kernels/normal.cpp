@@ -32,7 +32,7 @@ constexpr double kSqrtHalfPi = 1.2533141373155003;
 
 /// Built at first use, so that a caller's own start-up code may already compute.
 const GammaShape& half_shape() {
-    static const GammaShape shape(0.5);
+    static const GammaShape shape = GammaShape::prepared(0.5);
     return shape;
 }
 

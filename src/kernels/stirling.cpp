@@ -41,6 +41,13 @@ Shifted shift(double x) {
     return {x, product};
 }
 
+/// ln Gamma(x) for an x that needs no shift, from the correction at x; its value decides about
+/// overflow.
+double log_gamma_unshifted(double x, double c) {
+    const double logX = std::log(x);
+    return (logX - 1.0) * x + 0.5 * (kLogTwoPi - logX) + c;
+}
+
 }  // namespace
 
 double gamma_stirling(double x) {
@@ -52,11 +59,8 @@ double gamma_stirling(double x) {
         return 1.0 / x;
     }
     const auto [argument, product] = shift(x);
-    const double logArgument = std::log(argument);
     const double c = correction(argument);
-    const double logGamma =
-        std::log(product) + (logArgument - 1.0) * argument + 0.5 * (kLogTwoPi - logArgument) + c;
-    if (logGamma > kLogOverflow) {
+    if (x > kShiftTo && log_gamma_unshifted(x, c) > kLogOverflow) {
         errno = ERANGE;
         return kLargestDouble;
     }
@@ -82,14 +86,18 @@ double stirling_remainder(double x) {
     if (x == 0.0) {
         return 0.0;
     }
+    if (x <= 9.0) {
+        return stirling_remainder(x, lgamma_stirling(x + 1.0));
+    }
+    return std::log(std::sqrt(kTwoPi * x)) + correction(x);
+}
+
+double stirling_remainder(double x, double logGamma1) {
     if (x <= 1e-5) {
         // pi^2 / 12 and 1 - Euler's constant: ln Gamma(x + 1) to second order.
         return x * 0.8224670334241132 * x + (0.42278433509846713 - std::log(x)) * x;
     }
-    if (x <= 9.0) {
-        return lgamma_stirling(x + 1.0) - std::log(std::pow(x / kE, x));
-    }
-    return std::log(std::sqrt(kTwoPi * x)) + correction(x);
+    return logGamma1 - std::log(std::pow(x / kE, x));
 }
 
 }  // namespace vela::kernels

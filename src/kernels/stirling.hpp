@@ -15,6 +15,9 @@ double lgamma_stirling(double x);
 /// ln Gamma(x + 1) - x ln x + x; DBL_MAX for x < 0 (EDOM). Clears errno otherwise.
 double stirling_remainder(double x);
 
+/// The same for 0 < x <= 9 where ln Gamma(x + 1) is known.
+double stirling_remainder(double x, double logGamma1);
+
 }  // namespace vela::kernels
 
 #endif
