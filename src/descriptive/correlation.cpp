@@ -30,7 +30,7 @@ struct Comoments {
 
 /// One pass for n > 0; x is the first and y the second element of each pair.
 Comoments comoments(const double* x, const double* y, unsigned int n) {
-    return descriptive::with_fastest_divisor([=]<class Divisor>() {
+    const auto loop = [=]<class Divisor>() {
         KahanPair means(Pair{x[0], y[0]});
         KahanPair squares;
         KahanSum products;
@@ -44,7 +44,9 @@ Comoments comoments(const double* x, const double* y, unsigned int n) {
             before += 1.0;
         }
         return Comoments{squares.value()[0], squares.value()[1], products.value()};
-    });
+    };
+    return n <= descriptive::kFewQuotients ? descriptive::with_plain_divisor(loop)
+                                           : descriptive::with_fastest_divisor(loop);
 }
 
 std::unique_ptr<double[]> allocate(unsigned int n) {

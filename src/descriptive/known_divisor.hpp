@@ -84,6 +84,11 @@ private:
     double m_low;
 };
 
+/// Up to this many values the plain division is the faster one: the loop is so short that the
+/// processor works on one call while it waits in the chain of the call before, if only there are
+/// few instructions in between.
+inline constexpr unsigned int kFewQuotients = 12;
+
 template <class Loop>
 auto with_plain_divisor(const Loop& loop) {
     return loop.template operator()<PlainDivisor>();
@@ -96,7 +101,7 @@ template <class Loop>
     return loop.template operator()<FusedDivisor>();
 }
 
-/// Runs a loop, a lambda of the form []<class Divisor>() { ... }, with the faster divisor, and
+/// Runs a long loop, a lambda of the form []<class Divisor>() { ... }, with the faster divisor, and
 /// returns its result.
 template <class Loop>
 auto with_fastest_divisor(const Loop& loop) {

@@ -52,10 +52,9 @@ Accumulator<Mean> add_rest(Accumulator<Mean> accumulator, const Sample& sample,
     return accumulator;
 }
 
-template <class Divisor, std::size_t... k>
+template <class Divisor, class Mean, std::size_t... k>
 std::array<MeanAndVariance, sizeof...(k)> run(const std::array<Sample, sizeof...(k)>& samples,
                                               std::index_sequence<k...> /*unused*/) {
-    using Mean = std::conditional_t<sizeof...(k) == 1, GuessedRunningMean, RunningMean>;
     std::array<Accumulator<Mean>, sizeof...(k)> accumulators{Accumulator<Mean>(samples[k])...};
     const unsigned int common = std::max(1U, std::min({samples[k].n...}));
     for (unsigned int i = 1; i < common; ++i) {
@@ -70,8 +69,14 @@ std::array<MeanAndVariance, sizeof...(k)> run(const std::array<Sample, sizeof...
 
 template <std::size_t count>
 std::array<MeanAndVariance, count> means_and_variances(const std::array<Sample, count>& samples) {
+    constexpr std::make_index_sequence<count> indices;
+    if (std::all_of(samples.begin(), samples.end(),
+                    [](const Sample& sample) { return sample.n <= kFewQuotients; })) {
+        return run<PlainDivisor, RunningMean>(samples, indices);
+    }
+    using Mean = std::conditional_t<count == 1, GuessedRunningMean, RunningMean>;
     return with_fastest_divisor(
-        [&]<class Divisor>() { return run<Divisor>(samples, std::make_index_sequence<count>()); });
+        [&]<class Divisor>() { return run<Divisor, Mean>(samples, indices); });
 }
 
 template std::array<MeanAndVariance, 1> means_and_variances(const std::array<Sample, 1>&);

@@ -34,10 +34,10 @@ inline std::uint64_t raise_non_finite(double value) {
     return (std::bit_cast<std::uint64_t>(value) & ~kSignBit) + 0x0010000000000000;
 }
 
-/// The same order with one image for both zeros and one for every NaN.
+/// The same order with one image for both zeros and one for every NaN. Numbers whose last bits are
+/// 0, as those of integers are, differ in the leading bits of their images only, whatever the sign.
 inline std::uint64_t tie_image(std::uint64_t image) {
-    const std::uint64_t folded = image + (image == kZeroImage - 1 ? 1 : 0);
-    return is_nan_image(folded) ? kNaNImage : folded;
+    return is_nan_image(image) ? kNaNImage : image - (image >= kZeroImage ? 1 : 0);
 }
 
 }  // namespace vela::descriptive

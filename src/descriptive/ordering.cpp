@@ -89,6 +89,7 @@ void SortedOrder::sort_by_image() {
     const auto width = static_cast<unsigned>(std::bit_width(range.largest - range.smallest));
     const unsigned room = 64 - m_positionBits;
     m_shift = width > room ? width - room : 0;
+    m_prefixDecides = all_share_trailing_bits(range.smallest);
     m_nanPrefix = (kNaNImage - range.smallest) >> m_shift;
     const auto packed = [=, this, origin = range.smallest](std::size_t i) {
         return pack((tie_image(image_of(x[i])) - origin) >> m_shift, i);
@@ -101,14 +102,27 @@ void SortedOrder::sort_by_image() {
         while (end < m_size && prefix(end) == prefix(first)) {
             ++end;
         }
-        settle_run(first, end);
+        if (end - first == 1) {
+            mark(first, false);
+        } else {
+            settle_run(first, end);
+        }
     }
+}
+
+/// Whether all images agree with that one in the bits that do not fit into a word. Where they do
+/// not, two or three values tell as a rule.
+bool SortedOrder::all_share_trailing_bits(std::uint64_t image) const {
+    const std::uint64_t trailing = (kOne << m_shift) - 1;
+    return std::all_of(m_x, m_x + m_size, [=](double value) {
+        return ((tie_image(image_of(value)) ^ image) & trailing) == 0;
+    });
 }
 
 /// Words that agree in their prefix may stand for different values: puts them in order, and marks
 /// those that are tied.
 void SortedOrder::settle_run(std::size_t first, std::size_t end) {
-    const bool mayDiffer = m_shift > 0 && end - first > 1 && sort_run(first, end - first);
+    const bool mayDiffer = !m_prefixDecides && sort_run(first, end - first);
     mark(first, false);
     const bool mayBeNaN = prefix(first) == m_nanPrefix;
     for (std::size_t i = first + 1; i < end; ++i) {
@@ -141,11 +155,21 @@ std::uint64_t SortedOrder::image(std::size_t i) const {
 
 /// Called for i = 0, 1, ...: then the marks stay behind the scratch space of the runs to come.
 void SortedOrder::mark(std::size_t i, bool isTied) {
-    std::uint64_t& marks = m_buffer.words()[m_size + i / 64];
-    marks = (i % 64 == 0 ? 0 : marks) | static_cast<std::uint64_t>(isTied) << (i % 64);
+    std::uint64_t* const marks = m_buffer.words() + m_size + i / 64;
+    if (i % 64 == 0) {
+        *marks = 0;
+    }
+    if (isTied) {  // a store for each value would make it wait for the one before
+        *marks |= std::uint64_t{1} << (i % 64);
+    }
 }
 
 void write_order(const double* x, std::uint32_t n, std::uint32_t* order) {
+    const auto position = [](std::size_t i) { return static_cast<std::uint32_t>(i); };
+    const auto less = [=](std::uint32_t a, std::uint32_t b) { return x[a] < x[b]; };
+    if (n == 0 || (n <= kSmallSample && sort_small(x, n, order, position, less))) {
+        return;
+    }
     const SortedOrder sorted(x, n);
     if (sorted) {
         for (std::size_t i = 0; i < n; ++i) {

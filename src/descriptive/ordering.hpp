@@ -76,6 +76,7 @@ private:
     std::uint64_t image(std::size_t i) const;
     bool sort_by_value();
     void sort_by_image();
+    bool all_share_trailing_bits(std::uint64_t image) const;
     void settle_run(std::size_t first, std::size_t end);
     bool sort_run(std::size_t first, std::size_t size);
     void mark(std::size_t i, bool isTied);
@@ -84,6 +85,7 @@ private:
     std::uint32_t m_size;
     unsigned m_positionBits;        // what a position needs, at least 1
     unsigned m_shift = 0;           // trailing bits of the images that do not fit into a word
+    bool m_prefixDecides = true;    // equal leading bits stand for equal values
     std::uint64_t m_nanPrefix = 0;  // leading bits that a NaN would have
     WordBuffer m_buffer;            // words of leading bits and position; then scratch, then marks
 };
@@ -92,7 +94,7 @@ private:
 /// then select() runs once, then the values are read.
 class SelectedValues {
 public:
-    static constexpr std::size_t kCapacity = 64;
+    static constexpr std::size_t kCapacity = 255;  // they are told apart by a byte
 
     /// Asks for x(k), 1 <= k <= n.
     void want(std::uint32_t k) { m_ranks[m_count++] = k; }

@@ -7,15 +7,15 @@
 #include "descriptive/ordering_words.hpp"
 
 #include <algorithm>
-#include <span>
 
 namespace vela::descriptive {
 namespace {
 
 /// Wanted ranks, 0-based within the words at hand after `base` is taken off, ascending.
 struct Wanted {
-    std::span<const std::uint32_t> ranks;
+    const std::uint32_t* ranks;
     double* values;
+    std::size_t count;
     std::size_t base;
 
     std::size_t rank(std::size_t i) const { return ranks[i] - 1 - base; }
@@ -30,7 +30,7 @@ struct Kept {
 };
 
 struct KeptBins {
-    std::array<Kept, SelectedValues::kCapacity> bins{};
+    std::array<Kept, SelectedValues::kCapacity> bins;  // of which `count` are written
     std::size_t count = 0;
     std::size_t words = 0;
 };
@@ -39,16 +39,16 @@ KeptBins choose_bins(const std::uint64_t* counts, const Wanted& wanted) {
     KeptBins kept;
     std::size_t bin = 0;
     std::size_t before = 0;
-    for (std::size_t i = 0; i < wanted.ranks.size();) {
+    for (std::size_t i = 0; i < wanted.count;) {
         while (before + counts[bin] <= wanted.rank(i)) {
             before += counts[bin++];
         }
         const auto size = static_cast<std::size_t>(counts[bin]);
         const std::size_t first = i;
-        while (i < wanted.ranks.size() && wanted.rank(i) < before + size) {
+        while (i < wanted.count && wanted.rank(i) < before + size) {
             ++i;
         }
-        const Wanted inside{wanted.ranks.subspan(first, i - first), wanted.values + first,
+        const Wanted inside{wanted.ranks + first, wanted.values + first, i - first,
                             wanted.base + before};
         kept.bins[kept.count++] = {bin, kept.words, size, inside};
         kept.words += size;
@@ -74,7 +74,7 @@ template <class Get>
     for (std::size_t i = 0; i < n; ++i) {
         const std::uint64_t word = get(i);
         const std::uint8_t slot = slotOf[bins.of(word)];
-        out[next[slot]] = word;
+        store_and_prefetch(out + next[slot], word);
         next[slot] += slot != 0 ? 1 : 0;
     }
 }
@@ -93,7 +93,7 @@ template <class Get>
 void select_among(std::size_t n, Get get, std::uint64_t* work, std::uint64_t* spare,
                   const Wanted& wanted) {
     const auto write = [&](auto value) {
-        for (std::size_t i = 0; i < wanted.ranks.size(); ++i) {
+        for (std::size_t i = 0; i < wanted.count; ++i) {
             wanted.values[i] = value_of(value(wanted.rank(i)));
         }
     };
@@ -134,7 +134,7 @@ bool SelectedValues::select(const double* x, std::uint32_t n) {
     std::uint64_t* const words = buffer.words();
     select_among(
         n, [=](std::size_t i) { return image_of(x[i]); }, words, words + n,
-        Wanted{{m_ranks.data(), m_count}, m_values.data(), 0});
+        Wanted{m_ranks.data(), m_values.data(), m_count, 0});
     return true;
 }
 

@@ -22,17 +22,32 @@ struct WordRange {
 /// Range of get(0), ..., get(n - 1), n >= 1.
 template <class Get>
 WordRange range_of(std::size_t n, Get get) {
-    const std::uint64_t first = get(0);
-    WordRange range{first, first, true};
-    std::uint64_t previous = first;
-    for (std::size_t i = 1; i < n; ++i) {
-        const std::uint64_t word = get(i);
-        range.smallest = std::min(range.smallest, word);
-        range.largest = std::max(range.largest, word);
-        range.isAscending = range.isAscending & (previous <= word);
-        previous = word;
+    std::uint64_t last = get(0);
+    std::size_t ascending = 1;  // how many do, at the front
+    for (; ascending < n; ++ascending) {
+        const std::uint64_t word = get(ascending);
+        if (word < last) {
+            break;
+        }
+        last = word;
     }
-    return range;
+    // Two chains of comparisons side by side for the rest.
+    std::uint64_t low[] = {get(0), last};
+    std::uint64_t high[] = {last, last};
+    std::size_t i = ascending;
+    for (; i + 1 < n; i += 2) {
+        const std::uint64_t words[] = {get(i), get(i + 1)};
+        low[0] = std::min(low[0], words[0]);
+        low[1] = std::min(low[1], words[1]);
+        high[0] = std::max(high[0], words[0]);
+        high[1] = std::max(high[1], words[1]);
+    }
+    if (i < n) {
+        const std::uint64_t word = get(i);
+        low[0] = std::min(low[0], word);
+        high[0] = std::max(high[0], word);
+    }
+    return {std::min(low[0], low[1]), std::max(high[0], high[1]), ascending == n};
 }
 
 /// Equal intervals of the range, at most 2^15 and at most as many as there are words: the leading
@@ -63,6 +78,14 @@ struct Bins {
         }
     }
 };
+
+/// Stores that fill many places at once wait for every cache line that they begin, unless it is
+/// asked for as soon as they come to the line before it.
+inline void store_and_prefetch(std::uint64_t* place, std::uint64_t word) {
+    constexpr std::size_t kWordsPerLine = 8;
+    *place = word;
+    __builtin_prefetch(place + kWordsPerLine, 1);
+}
 
 /// Up to this many words fit, twice, into the cache next to a core.
 inline constexpr std::size_t kCacheWords = 65536;
@@ -104,7 +127,7 @@ template <class Get>
     auto next = groups.starts;
     for (std::size_t i = 0; i < n; ++i) {
         const std::uint64_t word = get(i);
-        out[next[groupOf[bins.of(word)]]++] = word;
+        store_and_prefetch(out + next[groupOf[bins.of(word)]]++, word);
     }
     return groups;
 }

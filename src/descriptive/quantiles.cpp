@@ -90,7 +90,8 @@ using descriptive::SortedCopy;
 int GetSampleQuantiles(const double* x, unsigned int n, int method, double* out,
                        const double* probabilities, unsigned int count) {
     if (!descriptive::is_quantile_method(method)) {
-        return conventions::kInvalidQuantileMethod;
+        // In this order: the method counts only once there is a sorted copy.
+        return SortedCopy(x, n) ? conventions::kInvalidQuantileMethod : conventions::kOutOfMemory;
     }
     if (count > SelectedValues::kCapacity / 2) {
         const SortedCopy sorted(x, n);

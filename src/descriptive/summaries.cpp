@@ -114,8 +114,8 @@ int GetKro2013ExtendedSummary(SecondSampleMoments* moments, FiveNumberSummary* f
                               unsigned int* numModes, unsigned int* modeFrequency,
                               const double* x) {
     const unsigned int n = moments->count;
+    const descriptive::SortedCopy sorted(x, n);  // before anything is written: x may be there
     GetSecondSampleMoments(moments, x);
-    const descriptive::SortedCopy sorted(x, n);
     if (!sorted) {
         return conventions::kOutOfMemory;
     }

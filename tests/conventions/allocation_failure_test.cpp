@@ -53,6 +53,17 @@ TEST(AllocationFailure, GivesItsStatusAndLeaksNothing) {
         const Case cases[] = {
             {"GetSampleQuantiles", 1,
              [&] { return v1::GetSampleQuantiles(x.data(), n, 6, out, probabilities, 2); }},
+            {"GetSampleQuantiles, unknown method", 1,
+             [&] {
+                 const int status = v1::GetSampleQuantiles(x.data(), n, 10, out, probabilities, 2);
+                 return status == 30017 ? 0 : status;
+             }},
+            {"GetTrimmedMean, everything cut", 1,
+             [&] {
+                 int status = -1;
+                 EXPECT_TRUE(IsNaN(v1::GetTrimmedMean(x.data(), n, 2.0, &status)));
+                 return status;
+             }},
             {"GetRank", 1,
              [&] {
                  const int status = v1::GetRank(x.data(), n, ranks.data());

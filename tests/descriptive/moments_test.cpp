@@ -159,7 +159,7 @@ std::vector<Values> hard_samples() {
     };
     std::vector<Values> samples;
     for (const auto& source : kSources) {
-        for (const std::size_t n : {1U, 2U, 3U, 4U, 5U, 17U, 64U, 1000U}) {
+        for (const std::size_t n : {1U, 2U, 3U, 4U, 5U, 12U, 13U, 64U, 1000U}) {
             samples.emplace_back(n);
             std::generate(samples.back().begin(), samples.back().end(), source);
         }

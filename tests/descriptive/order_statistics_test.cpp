@@ -83,7 +83,7 @@ Values hostile_sample(int kind, std::size_t n) {
                 x[i] = std::ldexp(1.0 + static_cast<double>(word % 64) * 0x1p-50,
                                   -static_cast<int>(word >> 58U));
                 break;
-            case 6: x[i] = static_cast<double>(word % 5); break;
+            case 6: x[i] = static_cast<double>(word % 5) - 2.0; break;
             case 7: x[i] = position; break;
             case 8: x[i] = -position; break;
             case 9: x[i] = 3.25; break;
@@ -98,7 +98,8 @@ Values hostile_sample(int kind, std::size_t n) {
 
 constexpr int kHostileKinds = 11;
 // On both sides of every size at which the method of sorting or selecting changes.
-constexpr std::size_t kSizes[] = {1, 2, 3, 50, 192, 193, 1024, 1025, 6000, 65536, 65537, 200000};
+constexpr std::size_t kSizes[] = {1,   2,    3,    19,   20,    50,    192,
+                                  193, 1024, 1025, 6000, 65536, 65537, 200000};
 
 /// NaN after everything else; equal values and NaN by position.
 Positions stable_order(const Values& x) {
@@ -154,11 +155,11 @@ TEST(SampleQuantiles, SelectWhatSortingFinds) {
             const Values x = hostile_sample(kind, n);
             const Positions order = stable_order(x);
             const auto count = static_cast<unsigned int>(n);
-            for (const unsigned int wanted : {1U, 7U, 32U, 33U}) {
+            for (const unsigned int wanted : {1U, 7U, 127U, 128U}) {
                 Values p;
                 Values expected;
                 for (unsigned int i = 0; i < wanted; ++i) {
-                    const std::size_t k = (n - 1) * (i * 13 % wanted) / wanted;
+                    const std::size_t k = (n - 1) * (i * 13U % wanted) / wanted;
                     p.push_back((static_cast<double>(k) + 0.5) / static_cast<double>(n));
                     expected.push_back(x[order[k]]);
                 }

@@ -123,6 +123,25 @@ TEST(Boxplot, AnswersAnyConfidenceAndDataWithoutATrap) {
     });
 }
 
+/// The data may lie where a result goes: here the moments, of which the sample is all four doubles.
+TEST(Summaries, ReadTheDataBeforeTheyWrite) {
+    SecondSampleMoments moments;
+    moments.variance = 4.0;
+    moments.sumOfSquares = 1.0;
+    moments.mean = 3.0;
+    moments.sum = 1.0;
+    moments.count = 4;
+    FiveNumberSummary five;
+    double modes[5];
+    unsigned int number = 0;
+    unsigned int frequency = 0;
+    EXPECT_EQ(v1::GetKro2013ExtendedSummary(&moments, &five, modes, &number, &frequency,
+                                            &moments.variance),
+              0);
+    EXPECT_EQ(moments.mean, 2.25);
+    EXPECT_TRUE(five.median == 2.0 && five.maximum == 4.0 && modes[0] == 1.0 && frequency == 2);
+}
+
 TEST(Summaries, LeaveNothingStaleForAnEmptySample) {
     KroBoxplotHelper box;
     box.median = box.medianLower = box.mean = 1.0;

@@ -36,7 +36,8 @@ namespace vela::v1 {
 /// @param out            receives `count` quantiles; may be x or probabilities
 /// @param probabilities  0 gives x(1), 1 gives x(n); outside [0, 1] and NaN give NaN
 /// @param count          number of probabilities
-/// @return 0, 30001, or 30017 for a method outside 1..9; with either error `out` is not written
+/// @return 0, 30001, or 30017 for a method outside 1..9, which is looked at after the copy is made;
+///         with either error `out` is not written
 /// @accuracy the weighted sum as written, in doubles: a NaN or infinite x(j + 1) gives NaN also
 ///           where its weight is 0
 /// @see Hyndman & Fan (1996), Sample quantiles in statistical packages, Am. Statistician 50
