@@ -30,7 +30,7 @@ VELA_API void GeometricPdf(double* out, const double* x, std::size_t n, double p
 /// @param probability  event probability, 0 < probability <= 1
 /// @param upper        true: P(X > x); false: P(X <= x)
 /// @return probability in [0, 1]; NaN for invalid parameters and for NaN
-/// @accuracy 4e-16 relative in either tail down to 1e-280
+/// @accuracy 7e-16 relative in either tail down to 1e-280
 VELA_API double GeometricCdf(double x, double probability, bool upper);
 /// The same for n values.
 VELA_API void GeometricCdf(double* out, const double* x, std::size_t n, double probability,

@@ -16,7 +16,7 @@ namespace vela {
 /// @param x     evaluation point, whole within a relative 1e-12 or without mass
 /// @param mean  finite, >= 0
 /// @return probability in [0, 1]; NaN for invalid parameters and for NaN
-/// @accuracy 9e-16 relative down to 1e-280, measured over means 1e-3 to 1e7
+/// @accuracy 2e-15 relative down to 1e-280, measured over means 1e-3 to 1e7
 VELA_API double PoissonPdf(double x, double mean);
 /// The same for n values.
 VELA_API void PoissonPdf(double* out, const double* x, std::size_t n, double mean);
@@ -28,8 +28,8 @@ VELA_API void PoissonPdf(double* out, const double* x, std::size_t n, double mea
 /// @param mean   finite, >= 0
 /// @param upper  true: P(X > x); false: P(X <= x)
 /// @return probability in [0, 1]; NaN for invalid parameters and for NaN
-/// @accuracy 1e-9 relative in the smaller tail, that of the incomplete gamma function; NaN beyond
-/// x = 94906264 where no tail is negligible
+/// @accuracy 2e-14 relative in either tail for x and means up to 400; beyond, 1e-9 in the smaller
+/// tail, that of the incomplete gamma function; NaN beyond x = 94906264 where no tail is negligible
 VELA_API double PoissonCdf(double x, double mean, bool upper);
 /// The same for n values.
 VELA_API void PoissonCdf(double* out, const double* x, std::size_t n, double mean, bool upper);

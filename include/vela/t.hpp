@@ -21,8 +21,8 @@ namespace vela {
 /// @param noncentrality  finite
 /// @return density >= 0; NaN for invalid parameters and for NaN
 /// @accuracy relative, densities down to 1e-280: central 2e-15 over df 0.01 to 1e8; noncentral
-/// 3e-13
-///           over df 1e-3 to 1e8 and |noncentrality| up to 9e7, beyond which the result is NaN
+///           2e-12 over df 1e-3 to 1e8 and |noncentrality| up to 9e7, beyond which the result is
+///           NaN
 /// @see Johnson, Kotz & Balakrishnan (1995), Continuous Univariate Distributions 2, ch. 28 and 31
 VELA_API double TPdf(double t, double df, double noncentrality);
 /// The same for n values.

@@ -60,27 +60,28 @@ double f_crit_value(double alpha, double df1, double df2, EAlternative alternati
 }  // namespace
 }  // namespace distributions
 
+// A level is an argument of the formulas like any other; only a quantile knows a missing one.
 using conventions::call;
 using enum conventions::MissingInput;
 
 double NormalCritValue(double alpha, EAlternative alternative) {
-    return call<kGivesMissing>(distributions::normal_crit_value, alpha, alternative);
+    return call<kIsOrdinary>(distributions::normal_crit_value, alpha, alternative);
 }
 
 double TCritValue(double alpha, double df, EAlternative alternative, int k) {
-    return call<kGivesMissing>(distributions::t_crit_value, alpha, df, alternative, k);
+    return call<kIsOrdinary>(distributions::t_crit_value, alpha, df, alternative, k);
 }
 
 double TSidakCritValue(double alpha, double df, EAlternative alternative, int k) {
-    return call<kGivesMissing>(distributions::t_sidak_crit_value, alpha, df, alternative, k);
+    return call<kIsOrdinary>(distributions::t_sidak_crit_value, alpha, df, alternative, k);
 }
 
 double ChiSqCritValue(double alpha, double df, EAlternative alternative) {
-    return call<kGivesMissing>(distributions::chi_sq_crit_value, alpha, df, alternative);
+    return call<kIsOrdinary>(distributions::chi_sq_crit_value, alpha, df, alternative);
 }
 
 double FCritValue(double alpha, double df1, double df2, EAlternative alternative) {
-    return call<kGivesMissing>(distributions::f_crit_value, alpha, df1, df2, alternative);
+    return call<kIsOrdinary>(distributions::f_crit_value, alpha, df1, df2, alternative);
 }
 
 }  // namespace vela

@@ -6,6 +6,8 @@
 #include "kernels/f_central.hpp"
 #include "kernels/noncentral_f.hpp"
 
+#include <cmath>
+
 namespace vela {
 namespace distributions {
 namespace {
@@ -45,7 +47,9 @@ double f_inv_cdf(double p, double df1, double df2, double noncentrality) {
 }
 
 double f_p_value(double f, double df1, double df2, EAlternative alternative) {
-    return p_value(tails_of(kernels::F_ncdf, f, df1, df2, 0.0), alternative);
+    const Tails tails =
+        std::islessequal(f, 0.0) ? Tails{0.0, 1.0} : tails_of(kernels::F_ncdf, f, df1, df2, 0.0);
+    return p_value(tails, alternative);
 }
 
 }  // namespace distributions

@@ -7,8 +7,9 @@
 /// DBL_MAX, and -DBL_MAX for a quantile.
 namespace vela::kernels {
 
-/// *lower = P(X <= k), *upper = P(X > k) for a whole k of any size or sign, through beta_df(),
-/// whose accuracy and other levels both tails have. Routine name "binomial_df".
+/// *lower = P(X <= k), *upper = P(X > k) for a whole k of any size or sign, to 5e-14 relative
+/// for small counts, else through beta_df() with its accuracy and other levels. Routine name
+/// "binomial_df".
 void binomial_df(double k, double n, double p, double* lower, double* upper);
 
 /// P(X = k) for a whole k, by the saddle-point form. Routine name "binomial_pdf".

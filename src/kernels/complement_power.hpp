@@ -8,8 +8,12 @@ namespace vela::kernels {
 /// 1e-280 the rounding of one would cost a digit and a half of the thirteen that count.
 double complement_power(double p, double n);
 
-/// The probability 1 - (1 - p)^n of an event in n trials.
-double event_within(double p, double n);
+/// Both that and its complement, the probability of an event in n >= 1 trials.
+struct EventOrNone {
+    double none;
+    double event;
+};
+EventOrNone event_or_none(double p, double n);
 
 }  // namespace vela::kernels
 

@@ -17,25 +17,25 @@ struct DoubleDouble {
 };
 
 /// a + b exactly, in any order of magnitude.
-inline DoubleDouble two_sum(double a, double b) {
+constexpr DoubleDouble two_sum(double a, double b) {
     const double sum = a + b;
     const double bRounded = sum - a;
     return {sum, (a - (sum - bRounded)) + (b - bRounded)};
 }
 
 /// a + b exactly where |a| >= |b| or a == 0.
-inline DoubleDouble quick_two_sum(double a, double b) {
+constexpr DoubleDouble quick_two_sum(double a, double b) {
     const double sum = a + b;
     return {sum, b - (sum - a)};
 }
 
 /// The leading 26 bits of x. Cutting bits cannot overflow, unlike the usual multiplication.
-inline double leading_half(double x) {
+constexpr double leading_half(double x) {
     return std::bit_cast<double>(std::bit_cast<std::uint64_t>(x) & 0xFFFFFFFFF8000000u);
 }
 
 /// a b to 2^-104, as long as a b neither overflows nor comes near the denormal numbers.
-inline DoubleDouble two_product(double a, double b) {
+constexpr DoubleDouble two_product(double a, double b) {
     const double product = a * b;
     const double aHi = leading_half(a);
     const double bHi = leading_half(b);
@@ -44,32 +44,32 @@ inline DoubleDouble two_product(double a, double b) {
     return {product, ((aHi * bHi - product) + aHi * bLo + aLo * bHi) + aLo * bLo};
 }
 
-inline DoubleDouble operator-(DoubleDouble a) { return {-a.hi, -a.lo}; }
+constexpr DoubleDouble operator-(DoubleDouble a) { return {-a.hi, -a.lo}; }
 
-inline DoubleDouble operator+(DoubleDouble a, DoubleDouble b) {
+constexpr DoubleDouble operator+(DoubleDouble a, DoubleDouble b) {
     const DoubleDouble sum = two_sum(a.hi, b.hi);
     return quick_two_sum(sum.hi, sum.lo + (a.lo + b.lo));
 }
 
-inline DoubleDouble operator-(DoubleDouble a, DoubleDouble b) { return a + -b; }
+constexpr DoubleDouble operator-(DoubleDouble a, DoubleDouble b) { return a + -b; }
 
-inline DoubleDouble operator*(DoubleDouble a, double b) {
+constexpr DoubleDouble operator*(DoubleDouble a, double b) {
     const DoubleDouble product = two_product(a.hi, b);
     return {product.hi, product.lo + a.lo * b};
 }
 
-inline DoubleDouble operator*(DoubleDouble a, DoubleDouble b) {
+constexpr DoubleDouble operator*(DoubleDouble a, DoubleDouble b) {
     const DoubleDouble product = two_product(a.hi, b.hi);
     return {product.hi, product.lo + (a.hi * b.lo + a.lo * b.hi)};
 }
 
-inline DoubleDouble operator/(DoubleDouble a, double b) {
+constexpr DoubleDouble operator/(DoubleDouble a, double b) {
     const double quotient = a.hi / b;
     const DoubleDouble back = two_product(quotient, b);
     return {quotient, ((a.hi - back.hi) - back.lo + a.lo) / b};
 }
 
-inline DoubleDouble operator/(DoubleDouble a, DoubleDouble b) {
+constexpr DoubleDouble operator/(DoubleDouble a, DoubleDouble b) {
     const double quotient = a.hi / b.hi;
     const DoubleDouble rest = a - b * quotient;
     return {quotient, rest.hi / b.hi};

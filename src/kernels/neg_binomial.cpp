@@ -3,7 +3,8 @@
 //
 //   P(X <= k) = I_p(r, k + 1),  P(X > k) = I_q(k + 1, r),  P(X = k) = p^r q^k / (k B(r, k)),
 //
-// and those of the geometric distribution are powers, P(X > k) = q^(k + 1).
+// and those of the geometric distribution are powers, P(X > k) = q^(k + 1). Small counts are added
+// up instead (count_recurrence.hpp).
 
 #include "kernels/neg_binomial.hpp"
 
@@ -11,6 +12,7 @@
 #include "kernels/beta.hpp"
 #include "kernels/beta_power.hpp"
 #include "kernels/complement_power.hpp"
+#include "kernels/count_recurrence.hpp"
 #include "kernels/discrete_quantile.hpp"
 #include "kernels/limits.hpp"
 
@@ -36,6 +38,15 @@ bool is_probability(double p) { return std::isgreater(p, 0.0) && std::islessequa
 bool is_valid(double p, double r) {
     return is_probability(p) && std::isgreater(r, 0.0) && std::isless(r, 1e149);
 }
+
+/// Whether sums of masses can serve a count k; more than these take as long as the beta kernel.
+bool is_short(double k, double p, double r) {
+    constexpr double few = 150.0;
+    return CountRecurrence::is_short(k, r * (1.0 - p), few);
+}
+
+/// For a short one.
+CountRecurrence recurrence(double p, double r) { return {std::pow(p, r), 1.0 - p, r, 1.0}; }
 
 DiscreteShape shape_of(double p, double r) {
     const double q = 1.0 - p;
@@ -88,6 +99,9 @@ void neg_binomial_df(double k, double p, double r, double* lower, double* upper)
         *upper = -std::expm1(r * std::log(p));
         return;
     }
+    if (is_short(k, p, r) && recurrence(p, r).tails(k, lower, upper)) {
+        return;
+    }
     beta_df(p, 1.0 - p, r, k + 1.0, lower, upper);
     if (!kernel_failed()) {
         name_kernel("neg_binomial_df");
@@ -113,6 +127,13 @@ double neg_binomial_pdf(double k, double p, double r) {
     if (r < kSmallestShape) {
         return complement_power(p, k) * (r / k);  // the limit
     }
+    constexpr double few = 40.0;  // more take as long as the general method
+    if (k <= few && is_short(k, p, r)) {
+        const double mass = recurrence(p, r).mass(k);
+        if (mass >= 0.0) {
+            return mass;
+        }
+    }
     // not a binomial mass of r + k trials, whose rounded sum would cost 1e6 events four digits
     return BetaPower(r, k).at(BetaPoint::from_doubles(p, 1.0 - p)) / k;
 }
@@ -122,6 +143,11 @@ void neg_binomial_lower_quant(double probability, double p, double r, double* k)
     *k = -kLargestDouble;
     if (!is_valid(p, r)) {
         raise_level(kInvalidArgument, "neg_binomial_lower_quant");
+        return;
+    }
+    constexpr double soonReached = 120.0;
+    if (std::isgreater(probability, 0.0) && std::isless(probability, 1.0) && p < 1.0 &&
+        r * (1.0 - p) < soonReached * p && recurrence(p, r).quantile(probability, k)) {
         return;
     }
     const DiscreteShape shape =
@@ -141,9 +167,9 @@ void geometric_df(double k, double p, double* lower, double* upper) {
         *upper = k < 0.0 ? 1.0 : 0.0;
         return;
     }
-    const double n = k + 1.0;
-    *upper = complement_power(p, n);
-    *lower = event_within(p, n);
+    const EventOrNone tails = event_or_none(p, k + 1.0);
+    *upper = tails.none;
+    *lower = tails.event;
 }
 
 double geometric_pdf(double k, double p) {
@@ -169,9 +195,15 @@ void geometric_lower_quant(double probability, double p, double* k) {
     if (p == 1.0) {
         shape = {0.0, 0.0, 0.0, 0.0, 0.0, true};
     } else if (std::isgreater(probability, 0.0) && std::isless(probability, 1.0)) {
-        // the search starts at the closed form, which its rounding may move by one
-        const double logQ = -std::max(-std::log1p(-p), 1e-298);
-        shape.mean = std::ceil(std::log1p(-probability) / logQ) - 1.0;
+        const double logQ = std::min(std::log1p(-p), -1e-298);
+        const double n = std::log1p(-probability) / logQ;
+        shape.mean = std::ceil(n) - 1.0;
+        // final, unless rounding or the shortfall that counts as reached could move it
+        const double closeTo = 1e-12 * n + 1.2e-16 / (1.0 - probability) / -logQ;
+        if (p > 1e-100 && std::fabs(n - std::round(n)) > closeTo) {
+            *k = shape.mean;
+            return;
+        }
     }
     find_discrete_quantile("geometric_lower_quant", probability, shape, Geometric{p}, k);
 }

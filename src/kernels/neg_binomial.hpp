@@ -8,9 +8,9 @@
 /// DBL_MAX, and -DBL_MAX for a quantile.
 namespace vela::kernels {
 
-/// *lower = P(X <= k), *upper = P(X > k) for a whole k of any size or sign, through beta_df(),
-/// whose accuracy and other levels both tails have; P(X <= 0) is p^r. Routine name
-/// "neg_binomial_df".
+/// *lower = P(X <= k), *upper = P(X > k) for a whole k of any size or sign, to 5e-14 relative
+/// for small counts, else through beta_df() with its accuracy and other levels; P(X <= 0) is p^r.
+/// Routine name "neg_binomial_df".
 void neg_binomial_df(double k, double p, double r, double* lower, double* upper);
 
 /// P(X = k) for a whole k, through BetaPower, whose accuracy it has. Routine name

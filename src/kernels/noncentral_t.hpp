@@ -8,7 +8,7 @@
 /// anywhere and df <= 0 are level 2.
 namespace vela::kernels {
 
-/// *lower = P(T <= t), *upper = P(T > t); t may be infinite. Both are good to 1e-12 relative for df
+/// *lower = P(T <= t), *upper = P(T > t); t may be infinite. Both are good to 3e-12 relative for df
 /// from 1e-3 to 1e8 and |delta| up to 1e4, down to 1e-280, and obey P(T_delta <= t) == P(T_-delta >
 /// -t) exactly. On failure both are DBL_MAX.
 void t_ncdf(double t, double df, double delta, double* lower, double* upper);

@@ -26,13 +26,13 @@ struct Half {
     double tailSum = 0.0;
     double slopeSum = 0.0;
 
-    /// Adds a term and moves on; `divisor` belongs to the next weight.
-    void add(double lambda, double x, double b, double divisor) {
+    /// Adds a term and moves on by the ratios of the weights and of the steps.
+    void add(double weightRatio, double stepRatio) {
         tailSum += weight * tail;
         slopeSum += weight * a * step;
-        weight *= lambda / divisor;
+        weight *= weightRatio;
         tail += step;
-        step *= x * ((a + b) / (a + 1.0));
+        step *= stepRatio;
         a += 1.0;
     }
 
@@ -43,10 +43,31 @@ struct Half {
     }
 };
 
+/// Adds terms to both halves. The divisors of the weights of one are those of the steps of the
+/// other. Returns whether the sums are complete.
+bool add_terms(Half& even, Half& odd, double lambda, double x, double b) {
+    constexpr int maxTerms = 400;
+    double reciprocal = 1.0;
+    for (int j = 0; j < maxTerms; ++j) {
+        const double halfWay = 1.0 / (j + 1.5);
+        const double next = 1.0 / (j + 2.0);
+        even.add(lambda * reciprocal, x * (even.a + b) * halfWay);
+        odd.add(lambda * halfWay, x * (odd.a + b) * next);
+        reciprocal = next;
+        // beyond lambda the terms fall ever faster
+        if (j > lambda && even.is_complete() && odd.is_complete()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+constexpr double kMaxDelta = 12.0;
+constexpr double kLeastDifference = 6e-4;  // of the halves, relative to one
+
 /// Where the sum is short and its ingredients neither overflow nor come near the denormals.
 bool is_suited(double t, double df, double delta) {
-    return std::fabs(delta) <= 6.0 && df >= 0.5 && df <= 1e7 && t > 1e-3 && t < 1e3 &&
-           -delta * t < 2.5;
+    return std::fabs(delta) <= kMaxDelta && df >= 0.5 && df <= 1e7 && t > 1e-3 && t < 1e40;
 }
 
 /// The halves together, or -1 if that cancels too much.
@@ -54,9 +75,8 @@ double combine(double even, double odd, double delta) {
     if (delta > 0.0) {
         return even + odd;
     }
-    constexpr double leastDifference = 0.01;
     const double difference = even - odd;
-    return difference > leastDifference * even ? difference : -1.0;
+    return difference > kLeastDifference * even ? difference : -1.0;
 }
 
 }  // namespace
@@ -66,13 +86,16 @@ MixtureResult noncentral_t_mixture(double t, double df, double delta) {
         return {};
     }
     constexpr double smallestLog = -570.0;  // of (1 - x)^b; below it terms might underflow
-    constexpr int maxTerms = 200;
     const double b = 0.5 * df;
     const double ratio = t * t / df;
     if (-b * std::log1p(ratio) < smallestLog) {
         return {};
     }
     const double x = ratio / (1.0 + ratio);
+    constexpr double tooMuchCancels = 4.0;
+    if (-delta * t > tooMuchCancels * std::sqrt(1.0 + ratio)) {
+        return {};
+    }
     const CentralT central(df);
     double centralLower = 0.0;
     double centralUpper = 0.0;
@@ -84,14 +107,7 @@ MixtureResult noncentral_t_mixture(double t, double df, double delta) {
     constexpr double sqrtTwoOverPi = 0.7978845608028654;  // 1 / (sqrt(2) Gamma(3/2))
     Half even = {poisson, 2.0 * centralUpper, 2.0 * t * density, 0.5};
     Half odd = {poisson * std::fabs(delta) * sqrtTwoOverPi, first, b * x * first, 1.0};
-    bool isComplete = false;
-    for (int j = 0; j < maxTerms && !isComplete; ++j) {
-        even.add(lambda, x, b, j + 1.0);
-        odd.add(lambda, x, b, j + 1.5);
-        // Beyond lambda the terms fall ever faster.
-        isComplete = j > lambda && even.is_complete() && odd.is_complete();
-    }
-    if (!isComplete) {
+    if (!add_terms(even, odd, lambda, x, b)) {
         return {};
     }
     constexpr double nearOne = 0.99;  // the complement of a larger upper tail loses digits

@@ -1,9 +1,10 @@
 // Poisson tails are incomplete gamma functions, P(X > k) = P(k + 1, mean), at the accuracy of that
-// kernel; the masses have their own, better one.
+// kernel; the masses have their own, better one. Small counts are added up (count_recurrence.hpp).
 
 #include "kernels/poisson.hpp"
 
 #include "conventions/error_channel.hpp"
+#include "kernels/count_recurrence.hpp"
 #include "kernels/discrete_quantile.hpp"
 #include "kernels/incomplete_gamma.hpp"
 #include "kernels/limits.hpp"
@@ -32,12 +33,21 @@ bool has_negligible_tail(double k, double mean) {
     return k > kLargestCount && (k > 1e300 || mean > 1e300 || poisson_mass(k, mean) < kUnderflow);
 }
 
+CountRecurrence recurrence(double mean) { return {std::exp(-mean), mean, 1.0, 0.0}; }
+
+double mass_of(double k, double mean) {
+    constexpr double few = 40.0;  // more take as long as the general method
+    const double mass =
+        k <= few && CountRecurrence::is_short(k, mean) ? recurrence(mean).mass(k) : -1.0;
+    return mass >= 0.0 ? mass : poisson_mass(k, mean);
+}
+
 /// What the quantile search asks for.
 struct Poisson {
     double mean;
 
     void tails(double k, double* lower, double* upper) const { poisson_df(k, mean, lower, upper); }
-    double mass(double k) const { return poisson_mass(k, mean); }
+    double mass(double k) const { return mass_of(k, mean); }
     double falling_ratio(double k) const { return k / mean; }
     static constexpr double precision = 1e-8;  // the tails have less of it than the masses
 };
@@ -54,6 +64,9 @@ void poisson_df(double k, double mean, double* lower, double* upper) {
     if (k < 0.0 || mean == 0.0) {
         *lower = k < 0.0 ? 0.0 : 1.0;
         *upper = k < 0.0 ? 1.0 : 0.0;
+        return;
+    }
+    if (CountRecurrence::is_short(k, mean) && recurrence(mean).tails(k, lower, upper)) {
         return;
     }
     if (has_negligible_tail(k, mean)) {
@@ -77,7 +90,7 @@ double poisson_pdf(double k, double mean) {
     if (k < 0.0 || mean == 0.0) {
         return k == 0.0 ? 1.0 : 0.0;
     }
-    return mean > 1e300 ? 0.0 : poisson_mass(k, mean);
+    return mean > 1e300 ? 0.0 : mass_of(k, mean);
 }
 
 void poisson_lower_quant(double probability, double mean, double* k) {
@@ -85,6 +98,11 @@ void poisson_lower_quant(double probability, double mean, double* k) {
     if (!is_valid(mean)) {
         *k = -kLargestDouble;
         raise_level(kInvalidArgument, "poisson_lower_quant");
+        return;
+    }
+    constexpr double soonReached = 300.0;
+    if (std::isgreater(probability, 0.0) && std::isless(probability, 1.0) && mean < soonReached &&
+        recurrence(mean).quantile(probability, k)) {
         return;
     }
     const double sd = std::sqrt(mean);

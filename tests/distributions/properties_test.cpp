@@ -127,6 +127,14 @@ TEST(PValues, FollowTheAlternative) {
         {"TPValue", {1, 1, -1}, 0.75},
         {"TPValue", {-1, 1, 0}, 0.5},
         {"TPValue", {1, -1, 0}, std::numeric_limits<double>::quiet_NaN()},
+        {"ChiSqPValue", {0, -1, 1}, 1.0},  // df is not looked at
+        {"ChiSqPValue", {-1, 3, -1}, 0.0},
+        {"ChiSqPValue", {2, 2, 2}, 0.0},
+        {"FPValue", {0, -1, 3, 1}, 1.0},
+        {"FPValue", {-1, 2, 3, -1}, 0.0},
+        {"FPValue", {1, 2, 3, -2}, 0.0},
+        {"ChiSqCritValue", {MissingValue, -1, 0}, 0.0},  // no quantile is asked for
+        {"FCritValue", {0.05, 0, 3, 2}, 0.0},
     };
     for (const PValueCase& c : cases) {
         EXPECT_TRUE(within_relative(entry(c.name).scalar(c.arguments), c.expected, 1e-15))
