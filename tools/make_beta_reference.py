@@ -64,6 +64,8 @@ def shapes(rng):
     for low, high, count in ((-3, 0, 4), (0, 2, 6), (2, 6, 5), (-3, 6, 14)):
         for _ in range(count):
             yield (10 ** rng.uniform(low, high), 10 ** rng.uniform(low, high))
+    # whole and half shapes below and above a total of 60, and either side of a b / (a + b) = 100
+    yield from [(3.5, 27.0), (45.5, 14.5), (22.0, 38.5), (7.0, 0.2), (130.0, 300.0), (150.0, 320.0)]
 
 
 def main():

@@ -43,6 +43,8 @@ CASES = [
     (1.01, 1e6, 1e6, 10.0), (1.03, 1e6, 1e8, 1e3), (0.95, 1e5, 1e6, 1.0), (12.0, 1e3, 1e5, 1e4),
     (2.0, 1e8, 50.0, 1e4), (0.31, 1e8, 50.0, 1e4), (101.0, 1e2, 1e8, 1e4), (1e-3, 7.0, 1e5, 300.0),
     (1e5, 3.0, 1.0, 1e3), (2.0, 5.0, 1e16, 7.0),
+    # a lower tail whose power series would need millions of terms
+    (1.41e-3, 1.8e8, 1.75, 2e-5),
 ]
 
 
@@ -77,7 +79,7 @@ def upper_by_mixture(a, b, y, mean):
     while True:
         term = weight * mp.betainc(b, a + j, 0, y, regularized=True)
         total += term
-        if j > 1.5 * mean + 20 and term < mp.mpf(10) ** -45 * total:
+        if j > 1.5 * mean + 20 and term < mp.mpf(10) ** (15 - mp.mp.dps) * total:
             return total
         j += 1
         weight *= mean / j
@@ -96,8 +98,12 @@ def reference(f, df1, df2, nc):
         if y > 0.02 or y * b > 20:
             lower = lower_by_steps(a, b, x, y, mean)
             return lower, 1 - lower
-    with mp.workdps(60):
-        upper = upper_by_mixture(a, b, y, mean)
+    for digits in (60, DIGITS):
+        with mp.workdps(digits):
+            upper = upper_by_mixture(a, b, y, mean)
+            if 1 - upper > mp.mpf(10) ** -20:
+                break
+    with mp.workdps(DIGITS):
         return 1 - upper, upper
 
 

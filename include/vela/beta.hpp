@@ -21,7 +21,7 @@ namespace vela {
 /// @param second  > 0
 /// @return density >= 0; +infinity at an end where it has a pole and where it exceeds the range of
 ///         doubles; NaN for invalid shapes and for NaN
-/// @accuracy 2e-15 relative over shapes 1e-3 to 1e6 and densities down to 1e-280
+/// @accuracy 3e-15 relative over shapes 1e-3 to 1e6 and densities down to 1e-280
 /// @see Loader (2000), Fast and accurate computation of binomial probabilities
 VELA_API double BetaPdf(double x, double first, double second);
 /// The same for n values.
@@ -52,8 +52,8 @@ VELA_API void BetaCdf(double* out, const double* x, std::size_t n, double first,
 /// shapes
 /// @accuracy BetaCdf() of the result is p to 6e-14 relative in the smaller tail, or to what half an
 ///           ulp of x means to it; 8e-15 for p from 1e-10 on. Measured over shapes 1e-3 to 1e6 and
-///           p down to 1e-280. p below 2e-288 counts as about 2e-288; a p next to 1 has lost the
-///           digits of 1 - p before the call.
+///           p down to 1e-280; next to the denormal numbers NaN. A p next to 1 has lost the digits
+///           of 1 - p before the call.
 VELA_API double BetaInvCdf(double p, double first, double second);
 /// The same for n values.
 VELA_API void BetaInvCdf(double* out, const double* p, std::size_t n, double first, double second);

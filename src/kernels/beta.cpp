@@ -1,21 +1,17 @@
 // Regularized incomplete beta function I_x(a, b), both tails to a few units of the last place.
 // Didonato & Morris (1992) choose among series, fraction and expansions by region; so does this
-// kernel, with bounds of its own and one prefactor for all regions:
-//
-//   G = x^a y^b / B(a, b) = sqrt(a b / (2 pi (a + b))) Gs(a + b) / (Gs(a) Gs(b)) exp(-E),
-//   E = a d(u) + b d(v),  d(u) = u - 1 - ln u,  u = x (a + b) / a,  v = y (a + b) / b,
-//
-// where Gs is the gamma function over Stirling's formula. E is a sum of positive terms, exact in
-// two doubles; log-gamma differences would cost shapes of 1e6 seven digits. Where a + b < 12 there
-// is nothing to cancel, and G is x^a y^b Gamma(a + b) / (Gamma(a) Gamma(b)) as it stands.
+// kernel, with bounds of its own and the one factor G = x^a y^b / B(a, b) for all regions.
 //
 // One tail is computed, the other is its complement:
+//   a = b = 1/2, b = 1          closed forms
 //   b <= 1, x <= 0.7            power series (beta_Iabx)
 //   b <= 1, x > 0.7             a lifted above 15 by the recurrence, then incomplete gamma
 //                               functions (section 9 of the paper)
 //   a <= 1 < b, x (a + b) small power series
-//   a, b > 1                    normal-tail expansion where both are large and the point is near
-//                               the mean, else power series where short, else continued fraction
+//   a, b > 1                    the first of these that fits: binomial tail summed from its largest
+//                               term, where b is whole or the sum ends before b; power series where
+//                               short; normal-tail expansion where both shapes are large and the
+//                               point is near the mean; continued fraction
 // With both shapes above 1 the tail away from the mean is the small one. With a shape below 1 the
 // small tail is not known beforehand: when the computed one exceeds kComplementLimit, or is seen to
 // from the start, the other is computed by itself.
@@ -25,7 +21,6 @@
 #include "conventions/error_channel.hpp"
 #include "kernels/beta_expansions.hpp"
 #include "kernels/beta_gamma.hpp"
-#include "kernels/beta_log.hpp"
 #include "kernels/limits.hpp"
 
 #include <algorithm>
@@ -41,16 +36,14 @@ using conventions::kNoConvergence;
 using conventions::kWarning;
 using conventions::raise_level;
 
-constexpr double kTwoPi = 6.283185307179586;
 constexpr double kSmallestShape = 1e-150;
 constexpr double kLargestShape = 1e150;
-constexpr double kDirectTotal = 12.0;  // a + b below which gamma functions are used as they are
-constexpr double kMismatch = 1e-8;     // x + y further from 1 is a caller's mistake
+constexpr double kMismatch = 1e-8;            // x + y further from 1 is a caller's mistake
 constexpr double kSeriesTolerance = 2.8e-17;  // the terms left out add up to a few times this
 constexpr double kSeriesBound = 0.7;          // x up to which a series with ratio x is short enough
 constexpr double kLiftedShape = 15.0;         // a from which the gamma expansion holds 1e-16
+constexpr double kShortRatio = 0.3;           // of a series that is shorter than the fraction
 constexpr double kComplementLimit = 0.9;      // a computed tail above this has lost a digit below
-constexpr double kNoDoubleLeft = 700.0;       // exp(-this) times any factor here is a tail of 0
 constexpr int kMaxTerms = 1'000'000;
 constexpr int kMaxFractionSteps = 100'000;
 
@@ -58,22 +51,12 @@ constexpr int kMaxFractionSteps = 100'000;
 struct Side {
     double a, b;
     double x, y;
-    double margin;       // a y - b x
-    double exponential;  // 0 where no double is left
-    double deviance;     // E
-    double scale;
+    double margin;    // a y - b x
+    double power;     // x^a y^b / B(a, b), G in what follows
+    double deviance;  // of the power from its peak; see BetaPower::Value
 
-    Side mirrored() const { return {b, a, y, x, -margin, exponential, deviance, scale}; }
+    Side mirrored() const { return {b, a, y, x, -margin, power, deviance}; }
 };
-
-/// a (d - ln(1 + d)) for d = w / a > -1, where 1 + d = u is also given in case d is near -1.
-DoubleDouble deviance_part(double a, DoubleDouble w, DoubleDouble coordinate, DoubleDouble total) {
-    const DoubleDouble d = w / a;
-    if (d.hi >= -0.5) {
-        return log1p_deficit(d) * a;
-    }
-    return (d - log_two_doubles(coordinate * total / a)) * a;
-}
 
 /// Lifts a by n: I_x(a, b) = I_x(a + n, b) + G / a * (*partial), G(a + n) = G(a) * (*growth).
 void lift(const Side& side, int n, double* partial, double* growth) {
@@ -89,48 +72,84 @@ void lift(const Side& side, int n, double* partial, double* growth) {
     *growth = prefactor;
 }
 
-/// The factor by which side.exponential makes I_x(a, b), for a side with b <= 1 and x > 0.7.
+/// I_x(a, b) / G for a side with b <= 1 and x > 0.7.
 double small_b_factor(const Side& side) {
     if (side.a >= kLiftedShape) {
-        return side.scale * gamma_expansion(side.a, side.b, side.y);
+        return gamma_expansion(side.a, side.b, side.y);
     }
     double partial = 0.0;
     double growth = 1.0;
     const int n = static_cast<int>(kLiftedShape - side.a) + 1;
     lift(side, n, &partial, &growth);
     const double rest = gamma_expansion(side.a + n, side.b, side.y);
-    return side.scale * (partial / side.a + growth * rest);
+    return partial / side.a + growth * rest;
 }
 
-bool large_and_near_mean(const Side& side) {
-    const double smaller = std::fmin(side.a, side.b);
-    return smaller >= 40.0 && side.deviance <= 0.1 * smaller && side.deviance <= 12.0;
+/// Whether binomial_sum() needs few terms and has none of the negative ones that follow where j
+/// exceeds b. The terms fall about like exp(-j drop - j^2 bend).
+bool has_short_binomial_sum(const Side& side) {
+    constexpr double fewTerms = 60.0;
+    if (side.b <= fewTerms && side.b == static_cast<int>(side.b)) {
+        return true;
+    }
+    constexpr double reach = 39.0;      // -ln of the first term left out
+    constexpr double moreTerms = 90.0;  // still fewer operations than the fraction near the mean,
+    constexpr double nearDrop = 0.35;   // which is shorter further out
+    const double drop = side.margin / (side.margin + side.b * side.x);
+    const double bend = 0.5 * (side.a + side.b) / (side.a * side.b);
+    const double terms = 2.0 * reach / (drop + std::sqrt(drop * drop + 4.0 * reach * bend));
+    return terms < (drop < nearDrop ? moreTerms : fewTerms) && terms < side.b;
 }
 
-/// The factor by which side.exponential makes I_x(a, b); 0 or 4.
+/// *sum = y I_x(a, b) a / G where the point is below the mean: a binomial tail, first term first,
+///   1 + (b - 1) / (a + 1) (x / y) + (b - 1) (b - 2) / ((a + 1) (a + 2)) (x / y)^2 + ...,
+/// which ends by itself where b is whole. False where the terms left out at b count.
+bool binomial_sum(const Side& side, double* sum) {
+    constexpr double negligible = 1e-16;
+    const double last = std::min(side.b, 1000.0);
+    const double odds = side.x / side.y;
+    double term = 1.0;
+    *sum = 1.0;
+    for (double j = 1.0; term > kSeriesTolerance * *sum && j <= last; j += 1.0) {
+        term *= odds * ((side.b - j) / (side.a + j));
+        *sum += term;
+    }
+    return term <= negligible * *sum;
+}
+
+/// I_x(a, b) / G; 0 or 4.
 int tail_factor(const Side& side, double* factor) {
+    constexpr double smallestDivisor = 1e-290;
+    if (side.b == 1.0 && side.a * side.y > smallestDivisor) {
+        *factor = 1.0 / (side.a * side.y);
+        return 0;
+    }
     if (side.b <= 1.0 && side.x > kSeriesBound) {
         *factor = small_b_factor(side);
         return 0;
     }
+    const bool areLarge = side.a > 1.0 && side.b > 1.0;
+    double sum = 0.0;
+    if (areLarge && has_short_binomial_sum(side) && binomial_sum(side, &sum)) {
+        *factor = sum / (side.a * side.y);
+        return 0;
+    }
     const double ratio = side.x * (side.a + side.b) / (side.a + 1.0);
-    if (side.a <= 1.0 || side.b <= 1.0 || ratio <= 0.3) {
+    if (!areLarge || ratio <= kShortRatio) {
         double S = 0.0;
         const int status = beta_Iabx(side.a, side.b, side.x, &S);
-        *factor = side.scale / side.a * S;
+        *factor = S / side.a;
         return status;
     }
-    if (large_and_near_mean(side)) {
-        double sum = 0.0;
-        if (large_shapes_expansion(side.a, side.b, side.deviance, &sum)) {
-            // G without sqrt(a b / (a + b)), which the sum has absorbed
-            *factor = sum * side.scale / std::sqrt(side.a / (side.a + side.b) * side.b);
-            return 0;
-        }
+    constexpr double nearMean = 12.0;  // where the expansion's terms become small
+    if (side.deviance <= nearMean && large_shapes_expansion(side.a, side.b, side.deviance, &sum)) {
+        // G without sqrt(a b / (a + b)), which the sum has absorbed
+        *factor = sum / std::sqrt(side.a / (side.a + side.b) * side.b);
+        return 0;
     }
     double J = 0.0;
     const int status = beta_Jabx(side.a, side.b, side.x, side.y, side.margin, &J);
-    *factor = side.scale * J;
+    *factor = J;
     return status;
 }
 
@@ -148,39 +167,37 @@ bool lower_first(const Side& side) {
 }
 
 bool compute_tail(const Side& side, double* tail) {
-    if (side.exponential == 0.0) {
+    if (side.power == 0.0) {
         *tail = 0.0;
         return true;
     }
     double factor = 0.0;
     const int status = tail_factor(side, &factor);
-    *tail = side.exponential * factor;
+    *tail = side.power * factor;
     return status == 0;
+}
+
+/// Both shapes 1/2, as for Cauchy's distribution.
+void arcsine_tails(const BetaPoint& point, double* lower, double* upper, double* power) {
+    constexpr double pi = 3.141592653589793;
+    const double rootX = std::sqrt(point.x.hi);
+    const double rootY = std::sqrt(point.y.hi);
+    const double smaller = std::asin(std::min(rootX, rootY)) * (2.0 / pi);
+    *lower = rootX <= rootY ? smaller : 1.0 - smaller;
+    *upper = rootX <= rootY ? 1.0 - smaller : smaller;
+    *power = rootX * rootY / pi;
 }
 
 }  // namespace
 
 int beta_Iabx(double a, double b, double x, double* S) {
-    // Forward only to count the terms, then backward, smallest first. The first ratios are kept:
-    // a division each is most of the work.
-    constexpr int kept = 64;
-    double ratios[kept];
     double term = 1.0;
-    int n = 0;
-    while (term >= kSeriesTolerance && n <= kMaxTerms) {
-        const double ratio = x * ((a + b + n) / (a + 1.0 + n));
-        if (n < kept) {
-            ratios[n] = ratio;
-        }
-        term *= ratio;
-        ++n;
-    }
     double sum = 1.0;
-    for (int k = n - 1; k >= kept; --k) {
-        sum = sum * (x * ((a + b + k) / (a + 1.0 + k))) + 1.0;
-    }
-    for (int k = std::min(n, kept) - 1; k >= 0; --k) {
-        sum = sum * ratios[k] + 1.0;
+    int n = 0;
+    while (term >= kSeriesTolerance * sum && n <= kMaxTerms) {
+        term *= x * ((a + b + n) / (a + 1.0 + n));
+        sum += term;
+        ++n;
     }
     *S = sum;
     if (n > kMaxTerms) {
@@ -231,53 +248,21 @@ int beta_Jabx(double a, double b, double x, double y, double margin, double* J) 
     return status;
 }
 
-BetaPoint BetaPoint::from_doubles(double x, double y) {
-    return x <= y ? BetaPoint{{x, 0.0}, two_sum(1.0, -x)} : BetaPoint{two_sum(1.0, -y), {y, 0.0}};
-}
-
-BetaPoint BetaPoint::from_ratio(DoubleDouble ratio) {
-    const DoubleDouble sum = DoubleDouble{1.0, 0.0} + ratio;
-    return {DoubleDouble{1.0, 0.0} / sum, ratio / sum};
-}
-
-BetaShapes::BetaShapes(double a, double b) : m_a(a), m_b(b), m_total(two_sum(a, b)) {
-    // all of it symmetric in a and b to the last bit: exchanged arguments give exchanged tails
-    const double reduced = std::fmin(a, b) / m_total.hi * std::fmax(a, b);
-    m_direct = m_total.hi < kDirectTotal;
-    if (m_direct) {
-        // 1 / B(a, b) with Gamma(1 + a) / a for Gamma(a); the logarithm stands for the digamma
-        // function, which the part of a + b that no double holds is multiplied with
-        m_scale = reduced * (gamma_plus_one(m_total.hi) / (gamma_plus_one(a) * gamma_plus_one(b))) *
-                  (1.0 + m_total.lo * std::log(m_total.hi + 0.5));
-        return;
+bool BetaShapes::tails_and_power(const BetaPoint& point, double* lower, double* upper,
+                                 double* power) const {
+    if (a() == 0.5 && b() == 0.5) {
+        arcsine_tails(point, lower, upper, power);
+        return true;
     }
-    const ScaledGamma scaledA = scaled_gamma(a);
-    const ScaledGamma scaledB = scaled_gamma(b);
-    m_scale = std::sqrt(reduced / kTwoPi) / (scaledA.factor * scaledB.factor);
-    m_logScale = scaled_gamma(m_total.hi).logPart - (scaledA.logPart + scaledB.logPart);
-}
-
-bool BetaShapes::tails(const BetaPoint& point, double* lower, double* upper) const {
-    const DoubleDouble margin = point.y * m_a - point.x * m_b;
-    double exponential = 0.0;
-    double deviance = 0.0;
-    if (m_direct) {
-        exponential = std::pow(point.x.hi, m_a) * std::pow(point.y.hi, m_b);
-    } else {
-        const DoubleDouble e = deviance_part(m_a, -margin, point.x, m_total) +
-                               deviance_part(m_b, margin, point.y, m_total);
-        const DoubleDouble exponent = e - m_logScale;
-        deviance = e.hi;
-        exponential =
-            exponent.hi > kNoDoubleLeft ? 0.0 : std::exp(-exponent.hi) * (1.0 - exponent.lo);
-    }
-    Side side{m_a, m_b, point.x.hi, point.y.hi, margin.hi, exponential, deviance, m_scale};
+    const BetaPower::Value value = m_power.value(point);
+    *power = value.power;
+    Side side{a(), b(), point.x.hi, point.y.hi, value.margin, value.power, value.deviance};
     bool lowerFirst = lower_first(side);
     if (!lowerFirst) {
         side = side.mirrored();
     }
     // the first term of its series already tells that this is not the small tail
-    if (side.a <= 1.0 && exponential * (m_scale / side.a) > kComplementLimit) {
+    if (side.a <= 1.0 && value.power > kComplementLimit * side.a) {
         side = side.mirrored();
         lowerFirst = !lowerFirst;
     }
@@ -290,13 +275,19 @@ bool BetaShapes::tails(const BetaPoint& point, double* lower, double* upper) con
     } else {
         other = 1.0 - tail;
     }
-    if (tail < kUnderflow || other < kUnderflow) {
-        raise_level(kWarning, "beta_df");
-        tail = tail < kUnderflow ? 0.0 : tail;
-        other = other < kUnderflow ? 0.0 : other;
-    }
     *lower = lowerFirst ? tail : other;
     *upper = lowerFirst ? other : tail;
+    return converged;
+}
+
+bool BetaShapes::tails(const BetaPoint& point, double* lower, double* upper) const {
+    double power = 0.0;
+    const bool converged = tails_and_power(point, lower, upper, &power);
+    if (*lower < kUnderflow || *upper < kUnderflow) {
+        raise_level(kWarning, "beta_df");
+        *lower = *lower < kUnderflow ? 0.0 : *lower;
+        *upper = *upper < kUnderflow ? 0.0 : *upper;
+    }
     return converged;
 }
 

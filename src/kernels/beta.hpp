@@ -1,44 +1,31 @@
 #ifndef VELA_KERNELS_BETA_HPP
 #define VELA_KERNELS_BETA_HPP
 
-#include "kernels/double_double.hpp"
+#include "kernels/beta_power.hpp"
 
 /// The incomplete beta family at full double accuracy.
 namespace vela::kernels {
 
-/// A point of the unit interval with its complement, each to more than double precision. With
-/// shapes of 1e8 the rounding of one double in x or in 1 - x would cost eight digits of a tail.
-struct BetaPoint {
-    DoubleDouble x;
-    DoubleDouble y;  // 1 - x
-
-    /// The smaller of the two doubles is taken as exact, the other as its complement.
-    static BetaPoint from_doubles(double x, double y);
-
-    /// x = 1 / (1 + ratio), y = ratio / (1 + ratio), for 0 < ratio < 1e150.
-    static BetaPoint from_ratio(DoubleDouble ratio);
-};
-
-/// The shapes a and b of a beta distribution with everything that depends on them alone.
+/// The incomplete beta function of shapes a and b, with everything that depends on them alone.
 class BetaShapes {
 public:
     /// 1e-150 <= a, b <= 1e150.
-    BetaShapes(double a, double b);
+    BetaShapes(double a, double b) : m_power(a, b) {}
 
-    double a() const { return m_a; }
-    double b() const { return m_b; }
+    double a() const { return m_power.a(); }
+    double b() const { return m_power.b(); }
+    const BetaPower& power() const { return m_power; }
 
     /// Both tails at a point with 0 < x.hi and 0 < y.hi. False where a series or fraction met its
     /// cap; the level says so too.
     bool tails(const BetaPoint& point, double* lower, double* upper) const;
 
+    /// The tails without a flush to 0 where a double still holds them, and power().at(point): the
+    /// slope of the tails in ln(x / y), which every method computes on its way.
+    bool tails_and_power(const BetaPoint& point, double* lower, double* upper, double* power) const;
+
 private:
-    double m_a;
-    double m_b;
-    double m_scale;           // of the prefactor: gamma functions and powers, no exponentials
-    DoubleDouble m_total;     // a + b
-    DoubleDouble m_logScale;  // what Stirling's formula leaves of the logarithm of 1 / B(a, b)
-    bool m_direct;            // shapes small enough to need no Stirling formula
+    BetaPower m_power;
 };
 
 /// Regularized incomplete beta function: *lower = I_x(a, b), *upper = 1 - I_x(a, b) = I_y(b, a).

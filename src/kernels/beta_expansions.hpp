@@ -7,7 +7,8 @@ namespace vela::kernels {
 /// Both shapes large, x at or below the mean: *sum such that
 /// I_x(a, b) = exp(-deviance) / sqrt(2 pi) Gs(a + b) / (Gs(a) Gs(b)) *sum, where Gs is the gamma
 /// function over Stirling's formula and deviance = a ln(p / x) + b ln(q / y), p = 1 - q = a / (a +
-/// b). False where the terms do not become small; for a, b >= 40 and deviance <= 12 they do.
+/// b). False where the terms do not become small; for a b / (a + b) >= 100 and deviance <= 12 they
+/// do.
 bool large_shapes_expansion(double a, double b, double deviance, double* sum);
 
 /// One shape large, the other small: I_x(a, b) B(a, b) / (x^a y^b) for a >= 15, 0 < b <= 1 and

@@ -3,7 +3,8 @@
 // line, next to 1 no digit of 1 - x is lost, and the slope of I is the power x^a y^b / B(a, b).
 //
 // Starts:
-//   a = 1, b = 1       closed forms, final
+//   a = 1, b = 1,      closed forms, final
+//   a = b = 1/2
 //   x below e^-690     the power law x^a / (a B(a, b)) of the lower tail, final
 //   x or a small       that power law with its next term
 //   b small            the power law of the other tail, or that of the lower one with the factor
@@ -43,7 +44,6 @@ constexpr double kSaddleShape = 0.3;      // from here on the saddle-point start
 constexpr double kLogPowerLaw = -690.0;   // ln x below which only the leading term is left
 constexpr double kLogLargest = 709.0;     // ln of nearly the largest
 constexpr double kAcceptedError = 1e-14;  // of the tail, after the last step
-constexpr double kSqrt2Pi = 2.5066282746310002;
 
 int level_of_shapes(double a, double b) {
     if (a != a || b != b || a <= 0.0 || b <= 0.0) {
@@ -117,26 +117,26 @@ BetaQuantile::BetaQuantile(double a, double b)
       m_b(b),
       m_level(level_of_shapes(a, b)),
       m_shapes(m_level == kNoError ? a : 1.0, m_level == kNoError ? b : 1.0),
-      m_power(m_shapes.a(), m_shapes.b()),
       m_total(m_shapes.a() + m_shapes.b()),
-      m_logBeta(m_power.log_beta()),
+      m_logBeta(m_shapes.power().log_beta()),
       m_rootCurvature(std::sqrt(m_shapes.a() / m_total * m_shapes.b())),
-      m_peakRatio(m_power.peak() * kSqrt2Pi / m_rootCurvature) {}
+      m_peakRatio(m_shapes.power().peak_ratio()) {}
 
-bool BetaQuantile::closed_form(double p, double q, double* x, double* y) const {
-    if (m_a == 1.0) {
-        const double logY = log_probability(q, p) / m_b;
-        *x = -std::expm1(logY);
-        *y = std::exp(logY);
-        return true;
+/// x / y where a shape is 1 or both are 1/2; the largest double stands for all beyond.
+bool BetaQuantile::closed_form(const Side& side, double* ratio) const {
+    if (side.b == 1.0) {
+        *ratio = 1.0 / std::expm1(-side.logP / side.a);
+    } else if (side.a == 1.0) {
+        const double logInverse = -std::log1p(-side.p) / side.b;
+        *ratio = logInverse < kLogLargest ? std::expm1(logInverse) : kLargestDouble;
+    } else if (side.a == 0.5 && side.b == 0.5) {
+        constexpr double halfPi = 1.5707963267948966;
+        const double root = std::tan(halfPi * side.p);
+        *ratio = root * root;
+    } else {
+        return false;
     }
-    if (m_b == 1.0) {
-        const double logX = log_probability(p, q) / m_a;
-        *x = std::exp(logX);
-        *y = -std::expm1(logX);
-        return true;
-    }
-    return false;
+    return true;
 }
 
 /// From the leading term, ln x = logX, with the next term of its series.
@@ -233,10 +233,11 @@ TailAndSlope BetaQuantile::lower_tail(double ratio, bool isExchanged) const {
     const BetaPoint point = isExchanged ? inverse : BetaPoint{inverse.y, inverse.x};
     double lower = 0.0;
     double upper = 0.0;
-    m_shapes.tails(point, &lower, &upper);
+    double power = 0.0;
+    m_shapes.tails_and_power(point, &lower, &upper, &power);
     const LogPowerSeries log(isExchanged ? m_b : m_a, isExchanged ? m_a : m_b, inverse.y.hi,
                              inverse.x.hi);
-    return {isExchanged ? upper : lower, m_power.at(point), log.first, log.second};
+    return {isExchanged ? upper : lower, power, log.first, log.second};
 }
 
 BetaQuantile::Odds BetaQuantile::odds(double p, double q) const {
@@ -247,8 +248,13 @@ BetaQuantile::Odds BetaQuantile::odds(double p, double q) const {
     if (logX < kLogPowerLaw) {
         return {std::exp(logX), isExchanged, QuantileOutcome::kFound};
     }
-    const double first = std::exp(std::clamp(start(side, logX), kLogPowerLaw, kLogLargest));
-    double ratio = first;
+    double ratio = 0.0;
+    if (closed_form(side, &ratio)) {
+        const bool isLargest = ratio == kLargestDouble;
+        return {ratio, isExchanged,
+                isLargest ? QuantileOutcome::kTooLarge : QuantileOutcome::kFound};
+    }
+    ratio = std::exp(std::clamp(start(side, logX), kLogPowerLaw, kLogLargest));
     if (polish(side, isExchanged, &ratio)) {
         return {ratio, isExchanged, QuantileOutcome::kFound};
     }
@@ -291,9 +297,6 @@ void BetaQuantile::find(double p, double q, double* x, double* y) const {
     if (p == 0.0 || q == 0.0) {
         *x = p == 0.0 ? 0.0 : 1.0;
         *y = p == 0.0 ? 1.0 : 0.0;
-        return;
-    }
-    if (closed_form(p, q, x, y)) {
         return;
     }
     const Odds found = odds(p, q);

@@ -41,6 +41,11 @@ int level_of(double df1, double df2) {
     return std::min(df1, df2) < kSmallestDf ? kArgumentTooLarge : kNoError;
 }
 
+/// For degrees of freedom that may be NaN, which no ordered comparison may see.
+double finite_df(double df) {
+    return std::isgreater(df, kAsGoodAsInfinite) ? kAsGoodAsInfinite : df;
+}
+
 /// Half the degrees of freedom as a shape; any shape for invalid ones.
 double shape_of(double df, int level) { return level == kNoError ? 0.5 * df : 1.0; }
 
@@ -64,12 +69,11 @@ struct CentralF::Place {
 };
 
 CentralF::CentralF(double df1, double df2)
-    : m_df1(std::fmin(df1, kAsGoodAsInfinite)),
-      m_df2(std::fmin(df2, kAsGoodAsInfinite)),
+    : m_df1(finite_df(df1)),
+      m_df2(finite_df(df2)),
       m_isPoint(df1 == kInfinity && df2 == kInfinity),
       m_level(level_of(df1, df2)),
-      m_shapes(shape_of(m_df2, m_level), shape_of(m_df1, m_level)),
-      m_power(m_shapes.a(), m_shapes.b()) {}
+      m_shapes(shape_of(m_df2, m_level), shape_of(m_df1, m_level)) {}
 
 CentralF::Place CentralF::place(double x) const {
     if (is_ordinary(x) && is_ordinary(m_df1) && is_ordinary(m_df2)) {
@@ -140,7 +144,7 @@ double CentralF::density_at_zero() const {
 double CentralF::inner_density(double x) const {
     const Place at = place(x);
     const BetaPoint point = BetaPoint::from_ratio(at.ratio);
-    const double beta = m_power.density(point);
+    const double beta = m_shapes.power().density(point);
     const double stretch = quotient_or_infinity(m_df1, m_df2) * point.x.hi * point.x.hi;
     const double density = beta == kInfinity ? kInfinity : product_or_infinity(stretch, beta);
     if (at.logExcess == 0.0 || density == 0.0 || density == kInfinity) {
@@ -185,8 +189,8 @@ void inv_f_df(double p, double df1, double df2, double* x) {
         *x = p == 0.0 ? 0.0 : 1.0;
         return;
     }
-    const double n1 = std::fmin(df1, kAsGoodAsInfinite);
-    const double n2 = std::fmin(df2, kAsGoodAsInfinite);
+    const double n1 = finite_df(df1);
+    const double n2 = finite_df(df2);
     const auto found = BetaQuantile(0.5 * n1, 0.5 * n2).odds(p, 1.0 - p);
     if (found.outcome == QuantileOutcome::kNotFound) {
         raise_level(kNoConvergence, "inv_f_df");

@@ -2,7 +2,6 @@
 #define VELA_KERNELS_F_CENTRAL_HPP
 
 #include "kernels/beta.hpp"
-#include "kernels/beta_power.hpp"
 
 /// The central F distribution: tails, density and quantile.
 namespace vela::kernels {
@@ -32,7 +31,6 @@ private:
     bool m_isPoint;       // both infinite: all mass at 1
     int m_level;          // what the degrees of freedom deserve
     BetaShapes m_shapes;  // df2 / 2 and df1 / 2, of 1 / (1 + df1 x / df2)
-    BetaPower m_power;
 };
 
 /// Lower and upper tail of the central F distribution at x: *lower = I_u(df1 / 2, df2 / 2) with

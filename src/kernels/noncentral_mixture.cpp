@@ -20,7 +20,6 @@
 
 #include "kernels/noncentral_mixture.hpp"
 
-#include "kernels/beta_power.hpp"
 #include "kernels/saddle_point.hpp"
 
 #include <algorithm>
@@ -54,36 +53,21 @@ struct Sum {
 
 // ---------------------------------------------------------------- start values
 
-/// I_x(A, b) - I_x(A + 1, b).
-double step_at(const BetaPoint& point, double A, double b) { return BetaPower(A, b).at(point) / A; }
+/// At the first shape A: I_x(A, b) - I_x(A + 1, b) and a beta tail, both as long as a double holds
+/// them; the weights may bring a tail back that by itself counts for nothing.
+struct Start {
+    double step = 0.0;
+    double tail = 0.0;
+    bool isReliable = true;
+};
 
-/// The lower or upper beta tail at the first shape A, where the step is g: g times a series or
-/// fraction where that is short, or where the beta kernel would take the tail for 0.
-double start_tail(const Mixture& mixture, double A, double g, bool isUpper, bool* isReliable) {
-    constexpr double nearUnderflow = 1e-270;
-    const double b = mixture.b;
-    const double x = mixture.x();
-    const double y = mixture.y();
-    // The ratio of the series tends to x, upward if b < 1.
-    const bool isShort = isUpper ? A > 1.0 && b > 1.0 && x * b > 2.0 * y * A
-                                 : x * (A + b) < 0.5 * (A + 1.0) && (b >= 1.0 || x < 0.5);
-    if (!isShort) {
-        double lower = 0.0;
-        double upper = 0.0;
-        *isReliable = BetaShapes(A, b).tails(mixture.point, &lower, &upper);
-        const double tail = isUpper ? upper : lower;
-        if (tail > nearUnderflow || g == 0.0) {
-            return tail;
-        }
-    }
-    double ratio = 0.0;
-    if (!isUpper) {
-        *isReliable = beta_Iabx(A, b, x, &ratio) == 0;
-        return g * ratio;
-    }
-    const DoubleDouble margin = mixture.point.x * b - mixture.point.y * A;
-    *isReliable = beta_Jabx(b, A, y, x, margin.hi, &ratio) == 0;
-    return A * g * ratio;
+Start start_at(const Mixture& mixture, double A, bool isUpper) {
+    double lower = 0.0;
+    double upper = 0.0;
+    double power = 0.0;
+    const bool isReliable =
+        BetaShapes(A, mixture.b).tails_and_power(mixture.point, &lower, &upper, &power);
+    return {power / A, isUpper ? upper : lower, isReliable};
 }
 
 // ---------------------------------------------------------------- sums
@@ -95,10 +79,9 @@ Sum sum_upward(const Mixture& mixture) {
     const double total = mixture.a + mixture.b;
     const double end = std::max(mixture.mode, mixture.mean);
     double j = std::max(0.0, std::floor(mixture.mode - 9.0 * std::sqrt(mixture.mode) - 3.0));
-    Sum sum;
     double weight = kScale * poisson_mass(j, mixture.mean);
-    double step = step_at(mixture.point, mixture.a + j, mixture.b);
-    double tail = start_tail(mixture, mixture.a + j, step, true, &sum.isReliable);
+    auto [step, tail, isReliable] = start_at(mixture, mixture.a + j, true);
+    Sum sum{0.0, 0.0, isReliable};
     for (int n = 0; n < kMaxTerms; ++n) {
         const double A = mixture.a + j;
         const double tailTerm = weight * tail;
@@ -136,10 +119,9 @@ Sum sum_downward(const Mixture& mixture) {
     const double total = mixture.a + mixture.b;
     const double end = std::min(mixture.mode, mixture.mean);
     double j = last_index(mixture.mode);
-    Sum sum;
     double weight = kScale * poisson_mass(j, mixture.mean);
-    double step = step_at(mixture.point, mixture.a + j, mixture.b);
-    double tail = start_tail(mixture, mixture.a + j, step, false, &sum.isReliable);
+    auto [step, tail, isReliable] = start_at(mixture, mixture.a + j, false);
+    Sum sum{0.0, 0.0, isReliable};
     for (int n = 0; n < kMaxTerms; ++n) {
         const double A = mixture.a + j;
         const double tailTerm = weight * tail;

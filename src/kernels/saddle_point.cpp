@@ -18,25 +18,8 @@ namespace {
 
 constexpr double kTwoPi = 6.283185307179586;
 constexpr double kSmallCount = 12.0;
-constexpr double kNoDoubleLeft = 745.0;  // exp(-this) is 0
 constexpr double kSmallestShape = 1e-150;
 constexpr double kLargestShape = 1e150;
-
-double exp_minus(DoubleDouble e) {
-    return e.hi > kNoDoubleLeft ? 0.0 : std::exp(-e.hi) * (1.0 - e.lo);
-}
-
-/// (n + 1/2) ln(1 + 1/n) - 1 for n >= 1, by the series of the inverse hyperbolic tangent.
-double stirling_step(double n) {
-    const double w = 1.0 / ((2.0 * n + 1.0) * (2.0 * n + 1.0));
-    double power = w;
-    double sum = 0.0;
-    for (int k = 3; k < 60 && power > 1e-18 * w; k += 2) {
-        sum += power / k;
-        power *= w;
-    }
-    return sum;
-}
 
 double small_count_mass(double x, double mean) {
     constexpr double vanishing = 1400.0;  // mean^12 exp(-mean) is 0 beyond
@@ -51,21 +34,17 @@ double small_count_mass(double x, double mean) {
 double pure_power(double n, double p, double q) {
     const DoubleDouble logarithm =
         p <= 0.5 ? log1p_two_doubles({-p, 0.0}) : log_two_doubles({q, 0.0});
-    return n > 1e300 || -logarithm.hi * n > kNoDoubleLeft ? 0.0 : exp_minus(-(logarithm * n));
+    return n > 1e300 ? 0.0 : exp_minus(-(logarithm * n));
 }
 
 }  // namespace
 
 double stirling_error(double n) {
-    if (n < 1.0) {
-        const ScaledGamma scaled = scaled_gamma(std::max(n, kSmallestShape));
-        return std::log(scaled.factor) + scaled.logPart.hi;
+    if (n > kLargestShape) {
+        return 0.0;
     }
-    double sum = 0.0;
-    for (; n < 10.0; n += 1.0) {
-        sum += stirling_step(n);
-    }
-    return n > kLargestShape ? 0.0 : sum + scaled_gamma(n).logPart.hi;
+    const ScaledGamma scaled = scaled_gamma(std::max(n, kSmallestShape));
+    return (n < 1.0 ? std::log(scaled.factor) : 0.0) + scaled.logPart;
 }
 
 double poisson_mass(double x, double mean) {
@@ -78,11 +57,8 @@ double poisson_mass(double x, double mean) {
     if (x > kLargestShape || mean > kLargestShape || mean < 1e-30) {
         return x == mean ? 1.0 / (std::sqrt(kTwoPi) * std::sqrt(x)) : 0.0;
     }
-    const DoubleDouble d = two_sum(mean, -x) / x;
-    const DoubleDouble deviance = d.hi >= -0.5
-                                      ? log1p_deficit(d) * x
-                                      : (d - log_two_doubles(DoubleDouble{mean, 0.0} / x)) * x;
-    return exp_minus(deviance + scaled_gamma(x).logPart) / std::sqrt(kTwoPi * x);
+    const DoubleDouble exponent = deviance(x, two_sum(mean, -x), {mean, 0.0});
+    return exp_minus(exponent + DoubleDouble{scaled_gamma(x).logPart, 0.0}) / std::sqrt(kTwoPi * x);
 }
 
 double binomial_mass(double x, double n, double p, double q) {

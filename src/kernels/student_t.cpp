@@ -85,9 +85,6 @@ TRatio t_ratio(double t, double df) {
     return extreme_ratio(t, df);
 }
 
-/// exp(-e), 0 from where no double is left.
-double exp_minus(DoubleDouble e) { return e.hi > 745.0 ? 0.0 : std::exp(-e.hi) * (1.0 - e.lo); }
-
 /// Gamma(a + 1/2) / (Gamma(a) sqrt(a - 1/4)) for a >= 10, a series in 1 / (a - 1/4)^2.
 double large_gamma_ratio(double reciprocalSquare) {
     const double w = reciprocalSquare;
