@@ -7,6 +7,13 @@
 
 namespace vela::clustering {
 
+/// Two rows or clusters.
+struct Pair {
+    int lo;
+    int hi;
+    double distance;
+};
+
 /// Number of pairs among `rows` rows.
 inline std::size_t pair_count(int rows) {
     const auto n = static_cast<std::size_t>(rows);

@@ -11,12 +11,6 @@ namespace vela::clustering {
 /// The rows that still hold a cluster, in increasing order.
 using ActiveRows = std::vector<int>;
 
-struct Pair {
-    int lo;
-    int hi;
-    double distance;
-};
-
 /// The nearest neighbour that each active row remembers, and with it the rule for equal distances.
 ///
 /// A row's neighbour is, when it is looked for, the nearest row after it, the last one of equally

@@ -5,6 +5,7 @@
 #include "clustering/condensed.hpp"
 #include "clustering/containers.hpp"
 #include "clustering/linkage.hpp"
+#include "clustering/merged_distances.hpp"
 #include "clustering/neighbour_cache.hpp"
 #include "clustering/spanning_tree.hpp"
 #include "conventions/fp_environment.hpp"
@@ -168,18 +169,17 @@ void run_with(const Condensed& distances, StepList* steps) {
 /// False, and nothing done, where the spanning tree leaves a choice.
 bool run_along_tree(const Condensed& distances, StepList* steps) {
     SingleLinkageTree tree(distances.rows());
-    std::vector<int> sizes(tree.into.size(), 1);
-    if (!find_single_linkage(distances, &tree)) {
+    MergedDistances merged(distances);
+    std::vector<int> sizes(static_cast<std::size_t>(distances.rows()), 1);
+    if (!tree.find(distances)) {
         return false;
     }
-    for (const int hi : tree.order) {
-        const auto row = static_cast<std::size_t>(hi);
-        const int lo = tree.into[row];
-        int& size = sizes[static_cast<std::size_t>(lo)];
-        size += sizes[row];
-        steps->add({lo, hi, tree.height_of(hi)}, size);
+    for (const Pair& pair : tree.merges()) {
+        int& size = sizes[static_cast<std::size_t>(pair.lo)];
+        size += sizes[static_cast<std::size_t>(pair.hi)];
+        steps->add(pair, size);
     }
-    apply_single_linkage(distances, &tree);
+    merged.apply(tree.merges());
     return true;
 }
 

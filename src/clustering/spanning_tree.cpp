@@ -2,174 +2,143 @@
 // spanning tree. As long as these differ there is one pair at each height, whatever the rule for
 // equal distances, so any method gives the same merges bit for bit: nothing is computed, only
 // chosen. Equal heights leave a choice that depends on the history, and so does a zero of either
-// sign, equal to the other but not the same; they are left to the general run.
+// sign, equal to the other but not the same; they are left to the general run, and with them
+// whatever is no distance.
 //
-// find_single_linkage() is Sibson (1973), SLINK, Computer Journal 16, with the rows taken from the
-// last to the first: each row's distances then lie one after another in memory, and the row that
-// his representation names as the last one of a cluster is the lowest, by which a cluster is known.
-// Which of two distances is smaller is anyone's guess throughout, and a wrong guess of the
-// processor costs more than all else that is done for a pair. The distances are therefore compared
-// as integers of the same order, and choices are made by masks.
+// The tree is found by Sibson (1973), SLINK, Computer Journal 16, with the rows taken from the last
+// to the first: each row's distances then lie one after another in memory. Two things differ. His
+// representation names the whole by the row that came last, which renames most clusters with every
+// row; here the last row keeps that name, and a row whose target has sunk to its own height or
+// below is corrected when it is next looked at. And a distance greater than the height at which a
+// row joins the cluster of the last row can matter to that cluster only: most distances are done
+// with in one comparison.
 
 #include "clustering/spanning_tree.hpp"
 
 #include <algorithm>
 #include <bit>
-#include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <numeric>
 
 namespace vela::clustering {
 namespace {
 
-constexpr std::int64_t kMagnitude = std::numeric_limits<std::int64_t>::max();  // all but the sign
-constexpr std::int64_t kInfinity =
-    std::bit_cast<std::int64_t>(std::numeric_limits<double>::infinity());
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-/// Integers in the order of the doubles, -0 before +0; its own inverse but for the type.
-std::int64_t to_order(std::int64_t bits) { return bits ^ ((bits >> 63) & kMagnitude); }
-
-/// a where `isA`, else b, without a jump.
-std::int64_t choose(bool isA, std::int64_t a, std::int64_t b) {
-    return b ^ ((a ^ b) & -static_cast<std::int64_t>(isA));
-}
-
-/// Writes to_order() of the distances; false if one of them is infinite, NaN or -0.
-bool read_row(const double* values, std::size_t count, std::int64_t* out) {
-    constexpr auto kNegativeZero = std::bit_cast<std::uint64_t>(-0.0);
-    std::int64_t isOrdinary = -1;
+/// False if one of the distances is infinite, NaN, negative or -0.
+bool copy_row(const double* values, std::size_t count, double* out) {
+    constexpr auto kInfinityBits = std::bit_cast<std::int64_t>(kInfinity);
+    std::int64_t signs = -1;
     for (std::size_t i = 0; i < count; ++i) {
         const auto bits = std::bit_cast<std::int64_t>(values[i]);
-        isOrdinary &= (bits & kMagnitude) - kInfinity;  // negative for a finite number
-        const std::uint64_t toZero = std::bit_cast<std::uint64_t>(bits) ^ kNegativeZero;
-        isOrdinary &= static_cast<std::int64_t>(toZero | (0 - toZero));  // negative unless -0
-        out[i] = to_order(bits);
+        signs &= (bits - kInfinityBits) & ~bits;  // both negative: below infinity, not below 0
+        out[i] = values[i];
     }
-    return isOrdinary < 0;
-}
-
-/// Takes `row`, from which near[j] is the distance to row j, into the representation of the later
-/// rows.
-///
-/// The last loop of the algorithm, which looks whether a row's cluster still ends where it did, is
-/// done here for the row before, on the way: no row changes between the two. Most clusters end at
-/// that row, so its minimum is kept apart: in memory each would have to wait for the one before.
-void add_row(std::size_t row, SingleLinkageTree* tree) {
-    const std::size_t rows = tree->into.size();
-    std::int64_t* const near = tree->near.data();
-    std::int64_t* const height = tree->height.data();
-    int* const into = tree->into.data();
-    const auto previous = static_cast<std::int64_t>(row) + 1;
-    std::int64_t toPrevious = kInfinity;
-    for (auto j = static_cast<std::int64_t>(rows) - 1; j > previous; --j) {
-        const std::int64_t next = into[j];
-        const std::int64_t own = height[j];
-        const std::int64_t direct = near[j];
-        const std::int64_t joined = own < direct ? direct : own;
-        // Bitwise: a jump between the two conditions is what is to be avoided.
-        const bool isPrevious =
-            (static_cast<int>(own >= height[next]) | static_cast<int>(next == previous)) != 0;
-        toPrevious = std::min(toPrevious, choose(isPrevious, joined, kInfinity));
-        const std::int64_t end = choose(isPrevious, previous, next);
-        const std::int64_t place = choose(isPrevious, j, next);
-        const std::int64_t there = near[place];
-        near[place] = joined < there ? joined : there;
-        into[j] = static_cast<int>(choose(direct <= own, previous - 1, end));
-        height[j] = direct < own ? direct : own;
-    }
-    if (row + 1 < rows) {
-        height[row + 1] = std::min(near[row + 1], toPrevious);
-        into[row + 1] = static_cast<int>(row);
-    }
-    into[row] = static_cast<int>(row);
-    height[row] = kInfinity;
-}
-
-/// Numbers the merges; false if two are at the same height.
-bool order_merges(SingleLinkageTree* tree) {
-    std::iota(tree->order.begin(), tree->order.end(), 1);
-    std::sort(tree->order.begin(), tree->order.end(),
-              [&](int a, int b) { return tree->height_of(a) < tree->height_of(b); });
-    for (std::size_t i = 0; i < tree->order.size(); ++i) {
-        if (i > 0 && tree->height_of(tree->order[i]) == tree->height_of(tree->order[i - 1])) {
-            return false;
-        }
-        tree->step[static_cast<std::size_t>(tree->order[i])] = static_cast<int>(i);
-    }
-    tree->step[0] = static_cast<int>(tree->order.size());
-    return true;
+    return signs < 0;
 }
 
 }  // namespace
 
 SingleLinkageTree::SingleLinkageTree(int rows)
-    : into(static_cast<std::size_t>(rows)),
-      height(into.size()),
-      step(into.size()),
-      order(into.size() - 1),
-      near(into.size()) {
-    later.reserve(into.size());
-}
+    : m_into(static_cast<std::size_t>(rows)),
+      m_height(m_into.size()),
+      m_bound(m_into.size()),
+      m_near(m_into.size()),
+      m_order(m_into.size() - 1),
+      m_lower(m_into.size()),
+      m_merges(m_into.size() - 1) {}
 
-double SingleLinkageTree::height_of(int row) const {
-    return std::bit_cast<double>(to_order(height[static_cast<std::size_t>(row)]));
-}
-
-bool find_single_linkage(const Condensed& distances, SingleLinkageTree* tree) {
-    const std::size_t rows = tree->into.size();
-    for (std::size_t row = rows; row-- > 0;) {
+bool SingleLinkageTree::find(const Condensed& distances) {
+    constexpr std::size_t kRowsBetween = 16;  // updates of the bounds: few, but soon after a change
+    const std::size_t last = m_into.size() - 1;
+    m_into[last] = static_cast<int>(last);
+    m_height[last] = kInfinity;
+    m_bound[last] = -kInfinity;
+    for (std::size_t row = last; row-- > 0;) {
         const std::ptrdiff_t first =
             distances.offset(static_cast<int>(row)) + static_cast<std::ptrdiff_t>(row) + 1;
-        if (!read_row(distances.values() + first, rows - row - 1, tree->near.data() + row + 1)) {
+        if (!copy_row(distances.values() + first, last - row, m_near.data() + row + 1)) {
             return false;
         }
-        add_row(row, tree);
-    }
-    for (std::size_t j = rows; --j > 0;) {
-        if (tree->height[j] >= tree->height[static_cast<std::size_t>(tree->into[j])]) {
-            tree->into[j] = 0;
+        if (row % kRowsBetween == 0) {
+            update_bounds(row + 1);
         }
+        add_row(row);
     }
-    return order_merges(tree);
+    return order_merges();
 }
 
-// Of the rows i and j of a pair, one is merged first. Their distance is then final, and it is
-// passed on, as a minimum, to the pair of the row that the one is merged into and the other. With i
-// from the last row to the first, and for each i the rows j > i in the order of their merges, every
-// distance is final when it is passed on, and the memory is read row by row, which it would not be
-// with the merges one after another.
-void apply_single_linkage(const Condensed& distances, SingleLinkageTree* tree) {
-    double* const values = distances.values();
-    const int* const into = tree->into.data();
-    const int* const step = tree->step.data();
-    std::vector<int>& later = tree->later;
-    later.clear();
-    for (int i = distances.rows() - 1; i >= 0; --i) {
-        const std::ptrdiff_t row = distances.offset(i);
-        for (int j = i; i > 0 && j < distances.rows(); j += 8) {
-            prefetch(values + (distances.offset(i - 1) + j));  // looked at in no order
-        }
-        const auto end = std::lower_bound(later.begin(), later.end(), i,
-                                          [&](int a, int b) { return step[a] < step[b]; });
-        for (auto next = later.begin(); next != end; ++next) {  // j is merged first
-            const int j = *next;
-            const int k = into[j];
-            if (k == i) {
-                continue;  // the merge of i and j themselves
-            }
-            double& target = values[k < i ? distances.offset(k) + i : row + k];
-            if (values[row + j] < target) {
-                target = values[row + j];
-            }
-        }
-        const std::ptrdiff_t rowAfter = distances.offset(into[i]);
-        for (auto next = end; next != later.end(); ++next) {  // i is merged first
-            const double own = values[row + *next];
-            const double there = values[rowAfter + *next];
-            values[rowAfter + *next] = own < there ? own : there;
-        }
-        later.insert(end, i);
+/// A row's target is before it, or the last row: upwards, each target has its bound already.
+void SingleLinkageTree::update_bounds(std::size_t first) {
+    for (std::size_t j = first; j + 1 < m_into.size(); ++j) {
+        m_bound[j] = std::max(m_height[j], m_bound[static_cast<std::size_t>(m_into[j])]);
     }
+}
+
+/// Takes `row`, from which m_near[j] is the distance to row j, into the tree of the later rows.
+void SingleLinkageTree::add_row(std::size_t row) {
+    const std::size_t last = m_into.size() - 1;
+    double* const near = m_near.data();
+    double* const height = m_height.data();
+    double* const bound = m_bound.data();
+    int* const into = m_into.data();
+    double toLast = near[last];
+    for (std::size_t j = last; --j > row;) {
+        const double direct = near[j];
+        if (direct > bound[j]) {
+            toLast = std::min(toLast, direct);
+            continue;
+        }
+        const double own = height[j];
+        auto next = static_cast<std::size_t>(into[j]);
+        while (height[next] <= own) {
+            next = static_cast<std::size_t>(into[next]);
+        }
+        const bool isNearer = direct <= own;
+        height[j] = isNearer ? direct : own;
+        into[j] = static_cast<int>(isNearer ? row : next);
+        const double joined = isNearer ? own : direct;
+        if (next == last) {
+            toLast = std::min(toLast, joined);
+        } else if (joined < near[next]) {
+            near[next] = joined;
+        }
+    }
+    height[row] = toLast;
+    bound[row] = toLast;
+    into[row] = static_cast<int>(last);
+}
+
+/// Shortens the way for the next search.
+int SingleLinkageTree::find_lowest(int row) {
+    int* const lower = m_lower.data();
+    while (lower[row] != row) {
+        lower[row] = lower[lower[row]];
+        row = lower[row];
+    }
+    return row;
+}
+
+/// False if two merges are at the same height.
+bool SingleLinkageTree::order_merges() {
+    std::iota(m_order.begin(), m_order.end(), 0);
+    std::iota(m_lower.begin(), m_lower.end(), 0);
+    const double* const height = m_height.data();
+    std::sort(m_order.begin(), m_order.end(),
+              [height](int a, int b) { return height[a] < height[b]; });
+    for (std::size_t i = 0; i < m_order.size(); ++i) {
+        const int row = m_order[i];
+        const double distance = height[row];
+        if (i > 0 && distance == m_merges[i - 1].distance) {
+            return false;
+        }
+        const int a = find_lowest(row);
+        const int b = find_lowest(m_into[static_cast<std::size_t>(row)]);
+        m_merges[i] = {std::min(a, b), std::max(a, b), distance};
+        m_lower[static_cast<std::size_t>(m_merges[i].hi)] = m_merges[i].lo;
+    }
+    return true;
 }
 
 }  // namespace vela::clustering

@@ -3,32 +3,40 @@
 
 #include "clustering/condensed.hpp"
 
-#include <cstdint>
+#include <cstddef>
 #include <vector>
 
 namespace vela::clustering {
 
-/// The merges of single linkage, for each row but the first: the lower row that its cluster is
-/// merged into, at which distance, and as which merge of the run.
-struct SingleLinkageTree {
+/// The merges of single linkage from a minimum spanning tree.
+class SingleLinkageTree {
+public:
     explicit SingleLinkageTree(int rows);
 
-    double height_of(int row) const;
+    /// Finds the merges in one pass over the distances; allocates nothing. False if these do not
+    /// determine the merges: some heights are equal, or a distance is infinite, NaN, negative or
+    /// -0.
+    bool find(const Condensed& distances);
 
-    std::vector<int> into;
-    std::vector<std::int64_t> height;  ///< as integers of the same order
-    std::vector<int> step;   ///< 0, 1, ...; for row 0, which is never merged, the number of merges
-    std::vector<int> order;  ///< the rows but the first, by step
-    std::vector<std::int64_t> near;  ///< work space: from the row being added to each cluster
-    std::vector<int> later;          ///< work space: rows by step
+    /// In order.
+    const std::vector<Pair>& merges() const { return m_merges; }
+
+private:
+    void add_row(std::size_t row);
+    void update_bounds(std::size_t first);
+    bool order_merges();
+    int find_lowest(int row);
+
+    // The cluster of each row but the last becomes part of that of row into[j] at height[j]. The
+    // row into[j] is before j or the last one.
+    std::vector<int> m_into;
+    std::vector<double> m_height;
+    std::vector<double> m_bound;  ///< no less than the height at which it joins the last row's
+    std::vector<double> m_near;   ///< from the row being added to each cluster
+    std::vector<int> m_order;     ///< rows by height
+    std::vector<int> m_lower;     ///< a lower row of the same cluster, or the row itself
+    std::vector<Pair> m_merges;
 };
-
-/// Finds the tree in one pass over the distances. False, with the distances untouched, if the
-/// heights do not determine the merges: some are equal, or a distance is infinite, NaN or -0.
-bool find_single_linkage(const Condensed& distances, SingleLinkageTree* tree);
-
-/// Leaves each distance as the merges in order would have left it.
-void apply_single_linkage(const Condensed& distances, SingleLinkageTree* tree);
 
 }  // namespace vela::clustering
 

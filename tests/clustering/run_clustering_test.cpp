@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -87,6 +88,8 @@ TEST(RunClustering, IsTheLiteralRuleBitForBit) {
         {"ties", [&] { return integer(6); }},
         {"two values", [&] { return integer(2); }},
         {"NaN", [&] { return random() % 8 != 0 ? integer(6) : kNaN; }},
+        {"NaN, no ties",
+         [&] { return random() % 20 != 0 ? uniform() : std::copysign(kNaN, uniform() - 0.5); }},
         {"both signs",
          [&] { return random() % 20 != 0 ? uniform() - 0.5 : odd[2 + random() % 2]; }},
         {"odd values", [&] { return odd[random() % 8]; }}};
@@ -102,8 +105,23 @@ TEST(RunClustering, IsTheLiteralRuleBitForBit) {
     expect_literal_rule(make_matrix(rows, [&] { return integer(1000); }), "ties");
     double rising = 0.0;
     expect_literal_rule(make_matrix(rows, [&] { return rising += 1.0; }), "rising");
-    double falling = 0.0;
+    double falling = 1e6;
     expect_literal_rule(make_matrix(rows, [&] { return falling -= 1.0; }), "falling");
+    // Merges into the row before, and into the rows of clusters far from each other.
+    const std::pair<const char*, std::function<double(int)>> points[] = {
+        {"chain", [&](int i) { return i + 0.9 * uniform(); }},
+        {"three clusters", [&](int) { return 1e3 * integer(3) + uniform(); }}};
+    for (const auto& [kind, point] : points) {
+        std::vector<double> values(static_cast<std::size_t>(rows));
+        for (int i = 0; i < rows; ++i) {
+            values[static_cast<std::size_t>(i)] = point(i);
+        }
+        const std::unique_ptr<nms::types::IRectangularArray<double>> table(
+            nms::types::MakeRectangularArrayOver(values.data(), rows, 1));
+        DistanceMatrix matrix;
+        CreateForClusterObservations(matrix, *table, DistanceEnums::Manhattan);
+        expect_literal_rule(matrix, kind);
+    }
 }
 
 TEST(RunClustering, SimilarityRefersToTheGivenOrTheLargestFiniteDistance) {
