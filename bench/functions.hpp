@@ -3,19 +3,23 @@
 
 #include <array>
 #include <cstddef>
+#include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 /// What an implementation (this library or a peer) offers, in one shape, so that a row is measured
 /// by the same code whoever computes it. The call through a pointer costs everyone the same.
 namespace bench {
 
-using Parameters = std::array<double, 3>;
+/// As our functions take them. What a row does not give is 0: no noncentrality, no threshold, and
+/// as the last argument of a cumulative function the lower tail.
+using Parameters = std::array<double, 4>;
 
 /// A distribution function of a point. Implementations pair up by name.
 struct PointFunction {
-    std::string_view name;
+    std::string name;
     double (*scalar)(double x, const Parameters& parameters);
     void (*array)(double* out, const double* x, std::size_t n, const Parameters& parameters);
 };
@@ -52,7 +56,7 @@ double relative_difference(double a, double b);
 /// A peer's entry, from a function of (x, parameters), or from one of (parameters) that returns a
 /// function of x: such a peer, too, does its work on the parameters once for a whole array.
 template <auto function>
-PointFunction point(std::string_view name) {
+PointFunction point(std::string name) {
     static constexpr auto bind = [](const Parameters& parameters) {
         if constexpr (std::is_invocable_v<decltype(function), double, const Parameters&>) {
             return [&parameters](double x) { return function(x, parameters); };
@@ -60,13 +64,30 @@ PointFunction point(std::string_view name) {
             return function(parameters);
         }
     };
-    return {name, [](double x, const Parameters& parameters) { return bind(parameters)(x); },
+    return {std::move(name),
+            [](double x, const Parameters& parameters) { return bind(parameters)(x); },
             [](double* out, const double* x, std::size_t n, const Parameters& parameters) {
                 const auto bound = bind(parameters);
                 for (std::size_t i = 0; i < n; ++i) {
                     out[i] = bound(x[i]);
                 }
             }};
+}
+
+/// What a peer has for no function of ours.
+inline constexpr std::nullptr_t kNone = nullptr;
+
+/// A peer's family: density, cumulative function and quantile, each as point() takes it, or kNone.
+template <auto density, auto cumulative, auto quantile>
+void add_family(std::vector<PointFunction>& all, const std::string& family) {
+    const auto add = [&]<auto function>(const char* suffix) {
+        if constexpr (!std::is_null_pointer_v<decltype(function)>) {
+            all.push_back(point<function>(family + suffix));
+        }
+    };
+    add.template operator()<density>("Pdf");
+    add.template operator()<cumulative>("Cdf");
+    add.template operator()<quantile>("InvCdf");
 }
 
 }  // namespace bench

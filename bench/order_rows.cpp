@@ -175,7 +175,7 @@ void add_benchmark(const std::string& row, const char* implementation, const Sam
 
 void add_order_rows(RowOrder& rows) {
     for (const double step : {0.0, 0.01}) {
-        for (const std::size_t n : {10, 100, 1'000, 10'000, 250'000, 1'000'000, 4'000'000}) {
+        for (const std::size_t n : {10U, 100U, 1'000U, 10'000U, 250'000U, 1'000'000U, 4'000'000U}) {
             const Samples samples = normal_samples(n, step);
             for (const Procedure& procedure : kProcedures) {
                 const std::string row = procedure.name + std::string(", ") + std::to_string(n) +

@@ -78,13 +78,13 @@ std::optional<double> RatioTable::ratio_to_best_peer(const std::string& row) con
 }
 
 void RatioTable::print_rows() {
-    std::printf("\n%-46s", "ns per call; per element in array rows");
+    std::printf("\n%-54s", "ns per call; per element in array rows");
     for (const std::string& name : implementations_) {
         std::printf("%12s ", name.c_str());
     }
     std::printf("%8s\n", "ratio");
     for (const std::string& row : rows_) {
-        std::printf("%-46s", row.c_str());
+        std::printf("%-54s", row.c_str());
         for (const std::string& name : implementations_) {
             if (const Cell* cell = find(row, name)) {
                 const bool suspicious = !(cell->difference <= kSuspiciousDifference);
@@ -107,9 +107,9 @@ void RatioTable::print_groups() {
             groups[group_of(row)].push_back(*ratio);
         }
     }
-    std::printf("\n%-46s%12s %12s\n", "ratio to the best peer", "median", "worst");
+    std::printf("\n%-54s%12s %12s\n", "ratio to the best peer", "median", "worst");
     for (const auto& [group, ratios] : groups) {
-        std::printf("%-46s%12.2f %12.2f\n", group.c_str(), median(ratios),
+        std::printf("%-54s%12.2f %12.2f\n", group.c_str(), median(ratios),
                     *std::max_element(ratios.begin(), ratios.end()));
     }
 }

@@ -25,7 +25,7 @@ inline constexpr const char* kCallsCounter = "calls";
 inline constexpr const char* kDifferenceCounter = "difference";
 
 /// The rows whose differences are the cost of the bracket.
-inline constexpr const char* kPlainCallRow = "Call without bracket, IsNaN";
+inline constexpr const char* kPlainCallRow = "Call without bracket";
 inline constexpr const char* kRegisteredCallRow = "Call with bracket, registered thread";
 inline constexpr const char* kUnregisteredCallRow = "Call with bracket, unregistered thread";
 

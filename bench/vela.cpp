@@ -1,14 +1,29 @@
 // Our own entries: the public scalar and array forms.
 
 #include "functions.hpp"
+#include "vela/beta.hpp"
+#include "vela/binomial.hpp"
+#include "vela/cauchy.hpp"
+#include "vela/chi_sq.hpp"
+#include "vela/f.hpp"
+#include "vela/gamma.hpp"
+#include "vela/geometric.hpp"
+#include "vela/hypergeometric.hpp"
+#include "vela/laplace.hpp"
+#include "vela/log_normal.hpp"
+#include "vela/logistic.hpp"
+#include "vela/neg_binomial.hpp"
 #include "vela/normal.hpp"
+#include "vela/poisson.hpp"
 #include "vela/t.hpp"
 #include "vela/v0/one_sample_t.hpp"
 #include "vela/v0/two_sample_t.hpp"
 #include "vela/v1/correlation.hpp"
 #include "vela/v1/moments.hpp"
+#include "vela/weibull.hpp"
 
 #include <cstdint>
+#include <utility>
 
 namespace bench {
 namespace {
@@ -16,25 +31,45 @@ namespace {
 using P = Parameters;
 using Size = std::size_t;
 
-double normal_cdf(double x, const P& p) { return vela::NormalCdf(x, p[0], p[1], false); }
-void normal_cdf(double* out, const double* x, Size n, const P& p) {
-    vela::NormalCdf(out, x, n, p[0], p[1], false);
+template <class... Rest>
+using Scalar = double (*)(double, Rest...);
+template <class... Rest>
+using Array = void (*)(double*, const double*, Size, Rest...);
+
+/// The two overloads of a public function.
+template <class... Rest>
+consteval auto scalar_of(Scalar<Rest...> function) {
+    return function;
 }
-double normal_inv_cdf(double probability, const P& p) {
-    return vela::NormalInvCdf(probability, p[0], p[1]);
-}
-void normal_inv_cdf(double* out, const double* probability, Size n, const P& p) {
-    vela::NormalInvCdf(out, probability, n, p[0], p[1]);
+template <class... Rest>
+consteval auto array_of(Array<Rest...> function) {
+    return function;
 }
 
-double t_cdf(double t, const P& p) { return vela::TCdf(t, p[0], p[1], false); }
-void t_cdf(double* out, const double* t, Size n, const P& p) {
-    vela::TCdf(out, t, n, p[0], p[1], false);
+/// Gives a function of (arguments..., parameters...) its parameters, each in its own type.
+template <class... Rest, class Function, class... Arguments>
+auto call(Function function, const P& p, Arguments... arguments) {
+    return [&]<Size... i>(std::index_sequence<i...>) {
+        return function(arguments..., static_cast<Rest>(p[i])...);
+    }
+    (std::index_sequence_for<Rest...>());
 }
-double t_inv_cdf(double probability, const P& p) { return vela::TInvCdf(probability, p[0], p[1]); }
-void t_inv_cdf(double* out, const double* probability, Size n, const P& p) {
-    vela::TInvCdf(out, probability, n, p[0], p[1]);
+
+template <auto scalar, auto array, class... Rest>
+PointFunction both_forms(const char* name, Scalar<Rest...> /*has the types*/) {
+    return {name, [](double x, const P& p) { return call<Rest...>(scalar, p, x); },
+            [](double* out, const double* x, Size n, const P& p) {
+                call<Rest...>(array, p, out, x, n);
+            }};
 }
+
+/// An entry; the entries of a family under its own name.
+#define VELA_POINT(name, function) \
+    both_forms<scalar_of(vela::function), array_of(vela::function)>(name, vela::function)
+
+#define VELA_FAMILY(name)                                                   \
+    VELA_POINT(#name "Pdf", name##Pdf), VELA_POINT(#name "Cdf", name##Cdf), \
+        VELA_POINT(#name "InvCdf", name##InvCdf)
 
 double mean_and_variance(const double* x, Size n) {
     double mean = 0.0;
@@ -81,12 +116,29 @@ const Implementation& ours() {
     static const Implementation implementation = {
         "vela",
         {
-            {"NormalCdf", normal_cdf, normal_cdf},
-            {"NormalInvCdf", normal_inv_cdf, normal_inv_cdf},
-            {"TCdf", t_cdf, t_cdf},
-            {"TInvCdf", t_inv_cdf, t_inv_cdf},
-            {"NoncentralTCdf", t_cdf, t_cdf},
-            {"NoncentralTInvCdf", t_inv_cdf, t_inv_cdf},
+            VELA_FAMILY(Normal),
+            VELA_FAMILY(T),
+            VELA_FAMILY(Beta),
+            VELA_FAMILY(F),
+            VELA_FAMILY(Gamma),
+            VELA_FAMILY(ChiSq),
+            VELA_FAMILY(Binomial),
+            VELA_FAMILY(NegBinomial),
+            VELA_FAMILY(Poisson),
+            VELA_FAMILY(Hypergeometric),
+            VELA_FAMILY(Geometric),
+            VELA_FAMILY(Weibull),
+            VELA_FAMILY(LogNormal),
+            VELA_FAMILY(Logistic),
+            VELA_FAMILY(Cauchy),
+            VELA_FAMILY(Laplace),
+            VELA_POINT("NoncentralTPdf", TPdf),
+            VELA_POINT("NoncentralTCdf", TCdf),
+            VELA_POINT("NoncentralTInvCdf", TInvCdf),
+            VELA_POINT("NoncentralChiSqCdf", ChiSqCdf),
+            VELA_POINT("NoncentralChiSqInvCdf", ChiSqInvCdf),
+            VELA_POINT("NoncentralFCdf", FCdf),
+            VELA_POINT("NoncentralFInvCdf", FInvCdf),
         },
         {{"Sum", sum},
          {"MeanAndVariance", mean_and_variance},

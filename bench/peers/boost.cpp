@@ -1,43 +1,76 @@
 // Boost.Math, configured as in production code: errors by errno and NaN instead of exceptions, and
-// double arithmetic throughout.
+// double arithmetic throughout; the quantile of a count is the smallest that reaches the
+// probability.
 
 #include "functions.hpp"
 
-#include <boost/math/distributions/non_central_t.hpp>
-#include <boost/math/distributions/normal.hpp>
-#include <boost/math/distributions/students_t.hpp>
+#include <boost/math/distributions.hpp>
 #include <boost/math/statistics/bivariate_statistics.hpp>
 #include <boost/math/statistics/t_test.hpp>
 #include <boost/math/statistics/univariate_statistics.hpp>
 
 #include <cmath>
 #include <span>
+#include <string>
+#include <vector>
 
 namespace bench {
 namespace {
 
 using namespace boost::math::policies;
-using Policy =
-    policy<promote_double<false>, domain_error<errno_on_error>, pole_error<errno_on_error>,
-           overflow_error<errno_on_error>, evaluation_error<errno_on_error>,
-           rounding_error<errno_on_error>, indeterminate_result_error<errno_on_error>>;
-using Normal = boost::math::normal_distribution<double, Policy>;
-using StudentsT = boost::math::students_t_distribution<double, Policy>;
-using NoncentralT = boost::math::non_central_t_distribution<double, Policy>;
+namespace bm = boost::math;
+using P = Parameters;
+using Policy = policy<promote_double<false>, discrete_quantile<integer_round_up>,
+                      domain_error<errno_on_error>, pole_error<errno_on_error>,
+                      overflow_error<errno_on_error>, evaluation_error<errno_on_error>,
+                      rounding_error<errno_on_error>, indeterminate_result_error<errno_on_error>>;
+using StudentsT = bm::students_t_distribution<double, Policy>;
 
-template <class Distribution>
-auto cdf_of(const Distribution& distribution) {
-    return [=](double x) { return cdf(distribution, x); };
+/// A distribution from its first parameters, in our order.
+template <template <class, class> class Distribution, std::size_t... i>
+Distribution<double, Policy> from(const P& p) {
+    return Distribution<double, Policy>(p[i]...);
 }
 
-template <class Distribution>
-auto quantile_of(const Distribution& distribution) {
-    return [=](double p) { return quantile(distribution, p); };
+bm::negative_binomial_distribution<double, Policy> neg_binomial(const P& p) { return {p[1], p[0]}; }
+
+bm::hypergeometric_distribution<double, Policy> hypergeometric(const P& p) {
+    const auto count = [&](std::size_t i) { return static_cast<unsigned>(p[i]); };
+    return {count(1), count(2), count(0)};
 }
 
-Normal normal(const Parameters& p) { return {p[0], p[1]}; }
-StudentsT students_t(const Parameters& p) { return StudentsT(p[0]); }
-NoncentralT noncentral_t(const Parameters& p) { return {p[0], p[1]}; }
+/// make turns parameters into a distribution.
+template <auto make>
+void add(std::vector<PointFunction>& all, const std::string& family) {
+    add_family<[](const P& p) { return [d = make(p)](double x) { return pdf(d, x); }; },
+               [](const P& p) { return [d = make(p)](double x) { return cdf(d, x); }; },
+               [](const P& p) { return [d = make(p)](double x) { return quantile(d, x); }; }>(
+        all, family);
+}
+
+std::vector<PointFunction> families() {
+    std::vector<PointFunction> all;
+    add<from<bm::normal_distribution, 0, 1>>(all, "Normal");
+    add<from<bm::students_t_distribution, 0>>(all, "T");
+    add<from<bm::non_central_t_distribution, 0, 1>>(all, "NoncentralT");
+    add<from<bm::beta_distribution, 0, 1>>(all, "Beta");
+    add<from<bm::fisher_f_distribution, 0, 1>>(all, "F");
+    add<from<bm::non_central_f_distribution, 0, 1, 2>>(all, "NoncentralF");
+    add<from<bm::gamma_distribution, 0, 1>>(all, "Gamma");
+    add<from<bm::chi_squared_distribution, 0>>(all, "ChiSq");
+    add<from<bm::non_central_chi_squared_distribution, 0, 1>>(all, "NoncentralChiSq");
+    add<from<bm::binomial_distribution, 0, 1>>(all, "Binomial");
+    add<neg_binomial>(all, "NegBinomial");
+    add<from<bm::poisson_distribution, 0>>(all, "Poisson");
+    add<hypergeometric>(all, "Hypergeometric");
+    add<from<bm::geometric_distribution, 0>>(all, "Geometric");
+    add<from<bm::weibull_distribution, 0, 1>>(all, "Weibull");
+    add<from<bm::lognormal_distribution, 0, 1>>(all, "LogNormal");
+    add<from<bm::logistic_distribution, 0, 1>>(all, "Logistic");
+    add<from<bm::cauchy_distribution, 0, 1>>(all, "Cauchy");
+    add<from<bm::laplace_distribution, 0, 1>>(all, "Laplace");
+    return all;
+}
 
 double mean_and_variance(const double* x, std::size_t n) {
     const auto [mean, variance] = boost::math::statistics::mean_and_sample_variance(x, x + n);
@@ -84,26 +117,8 @@ double one_sample_t(const double* x, std::size_t n) {
     return (mean - half) + (mean + half) + pValue;
 }
 
-/// make turns parameters into a distribution.
-template <auto make>
-PointFunction cdf_point(std::string_view name) {
-    return point<[](const Parameters& p) { return cdf_of(make(p)); }>(name);
-}
-
-template <auto make>
-PointFunction quantile_point(std::string_view name) {
-    return point<[](const Parameters& p) { return quantile_of(make(p)); }>(name);
-}
-
 [[maybe_unused]] const bool added = add_peer({"boost",
-                                              {
-                                                  cdf_point<normal>("NormalCdf"),
-                                                  quantile_point<normal>("NormalInvCdf"),
-                                                  cdf_point<students_t>("TCdf"),
-                                                  quantile_point<students_t>("TInvCdf"),
-                                                  cdf_point<noncentral_t>("NoncentralTCdf"),
-                                                  quantile_point<noncentral_t>("NoncentralTInvCdf"),
-                                              },
+                                              families(),
                                               {{"MeanAndVariance", mean_and_variance},
                                                {"SkewnessAndKurtosis", skewness_and_kurtosis},
                                                {"Covariance", covariance},
