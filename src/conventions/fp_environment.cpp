@@ -8,20 +8,30 @@ namespace vela {
 namespace {
 
 constinit thread_local bool threadRegistered = false;
+constinit thread_local bool trapsArmed = false;  // by this library, and not switched off since
 std::once_flag handlerInstalled;
+
+using conventions::Traps;
+
+void switch_to(Traps traps) {
+    conventions::write_state(traps);
+    trapsArmed = traps == Traps::kArmed;
+}
 
 }  // namespace
 
 int RegisterKroSigfpeHandler() {
     std::call_once(handlerInstalled, conventions::install_fault_handler);
     threadRegistered = true;
-    conventions::write_default_state();
+    switch_to(Traps::kMasked);
     return 0;
 }
 
-void SetKroFpuStates() { conventions::write_armed_state(); }
+void SetKroFpuStates() {
+    switch_to(conventions::has_catchable_traps() ? Traps::kArmed : Traps::kMasked);
+}
 
-void ResetFpuStates() { conventions::write_default_state(); }
+void ResetFpuStates() { switch_to(Traps::kMasked); }
 
 namespace conventions {
 namespace {
@@ -61,15 +71,14 @@ void fp_fault_translator(unsigned code) {
 bool is_thread_registered() { return threadRegistered; }
 
 bool enter_bracket() {
-    if (threadRegistered && has_catchable_traps()) {
-        write_armed_state();
-        return true;
-    }
-    write_default_state();
-    return false;
+    trapsArmed = threadRegistered && has_catchable_traps();
+    write_working_state(trapsArmed ? Traps::kArmed : Traps::kMasked);
+    return trapsArmed;
 }
 
-void leave_bracket() { write_default_state(); }
+void leave_bracket() { switch_to(Traps::kMasked); }
+
+bool are_traps_armed() { return trapsArmed; }
 
 bool take_fault() {
     const unsigned faults = recorded_faults();
@@ -87,6 +96,17 @@ void raise_invalid_operation() {
     volatile double zero = 0.0;
     volatile double undefined = zero / zero;
     static_cast<void>(undefined);
+}
+
+QuietArithmetic::QuietArithmetic()
+    : m_callerState(save_unit_state()), m_callerWasArmed(trapsArmed) {
+    write_working_state(Traps::kMasked);
+    trapsArmed = false;
+}
+
+QuietArithmetic::~QuietArithmetic() {
+    restore_unit_state(m_callerState);
+    trapsArmed = m_callerWasArmed;
 }
 
 }  // namespace conventions

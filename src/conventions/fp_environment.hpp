@@ -35,6 +35,9 @@ bool enter_bracket();
 /// function skips it.
 void leave_bracket();
 
+/// Whether a fault would have thrown on this thread, so that there is none to look for.
+bool are_traps_armed();
+
 /// What an armed trap would have done about the result just computed under masked traps. If a
 /// fault is on record, the record is cleared and, on a registered thread, the fault's exception is
 /// thrown; otherwise the result is true, and the computed value stands for nothing.
@@ -51,7 +54,7 @@ template <class Compute>
 double value_unless_overflow(double fallback, Compute compute) {
     try {
         const double value = compute();
-        if ((recorded_faults() & (kDivideByZeroFault | kOverflowFault)) == 0) {
+        if (are_traps_armed() || (recorded_faults() & (kDivideByZeroFault | kOverflowFault)) == 0) {
             return value;
         }
     } catch (const std::runtime_error&) {
@@ -65,13 +68,14 @@ double value_unless_overflow(double fallback, Compute compute) {
 /// host left, and whose infinite and NaN results are defined.
 class QuietArithmetic {
 public:
-    QuietArithmetic() : m_callerState(save_unit_state()) { write_default_state(); }
-    ~QuietArithmetic() { restore_unit_state(m_callerState); }
+    QuietArithmetic();
+    ~QuietArithmetic();
     QuietArithmetic(const QuietArithmetic&) = delete;
     QuietArithmetic& operator=(const QuietArithmetic&) = delete;
 
 private:
     std::fenv_t m_callerState;
+    bool m_callerWasArmed;
 };
 
 }  // namespace vela::conventions

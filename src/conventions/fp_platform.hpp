@@ -3,22 +3,25 @@
 
 #include <cfenv>
 
-/// What the library asks of a platform's floating-point unit. One source file in
-/// conventions/platform/ implements it, chosen in cmake/FloatingPointPlatform.cmake.
+/// What the library asks of a platform: access to the state of the floating-point unit, and the
+/// delivery of its traps. conventions/platform/ implements each of the two more than once;
+/// cmake/FloatingPointPlatform.cmake chooses.
 namespace vela::conventions {
 
 /// Faults that matter here; denormal, underflow and inexact never do.
 enum FaultFlag : unsigned { kInvalidFault = 1, kDivideByZeroFault = 2, kOverflowFault = 4 };
 
-/// True where a trap can be turned into a C++ exception at the faulting instruction. Where it is
-/// false, write_armed_state() leaves the traps masked.
-bool has_catchable_traps();
+enum class Traps {
+    kMasked,
+    kArmed,  ///< invalid operation, division by zero and overflow; only if has_catchable_traps()
+};
 
-/// Clears the status, rounds to nearest, masks every trap.
-void write_default_state();
+/// Clears the status, rounds to nearest, masks or arms the traps.
+void write_state(Traps traps);
 
-/// Clears the status, rounds to nearest, unmasks invalid operation, division by zero and overflow.
-void write_armed_state();
+/// The same for the library's own work, up to the next write_state() or restore_unit_state(): that
+/// a result was inexact concerns no one there, and may be on record from the start.
+void write_working_state(Traps traps);
 
 /// Sticky faults since the status was last cleared, as a set of FaultFlag.
 unsigned recorded_faults();
@@ -28,6 +31,9 @@ void clear_recorded_faults();
 /// The thread's whole state, status included.
 std::fenv_t save_unit_state();
 void restore_unit_state(const std::fenv_t& state);
+
+/// True where a trap can be turned into a C++ exception at the faulting instruction.
+bool has_catchable_traps();
 
 /// Routes hardware faults of registered threads to fp_fault_translator(); process-wide, called
 /// once.

@@ -171,7 +171,9 @@ TEST(QuietArithmetic, GivesTheCallerItsStateBack) {
     SetKroFpuStates();
     {
         const QuietArithmetic quiet;
+        volatile double huge = 1e308;
         EXPECT_FALSE(traps_are_armed());
+        EXPECT_EQ(value_unless_overflow(7.0, [=] { return huge * huge; }), 7.0);
     }
     const bool armed = traps_are_armed();
     ResetFpuStates();

@@ -1,7 +1,7 @@
-// x86-64 Linux with g++: traps are switched in the SSE control register MXCSR, which takes a few
-// nanoseconds where the C library's environment functions also save and load the x87 unit, which
-// this library never uses. A trap arrives as SIGFPE; the handler throws out of the signal frame,
-// which the unwinder supports for code compiled with -fnon-call-exceptions.
+// Traps on x86-64 Linux with g++. A trap arrives as SIGFPE; the handler throws out of the signal
+// frame, which the unwinder supports for code compiled with -fnon-call-exceptions. Other compilers
+// do not have that flag: they take arithmetic for something that cannot throw, and leave a function
+// without clean-up or catch block for it.
 
 #include "conventions/fp_environment.hpp"
 #include "conventions/fp_platform.hpp"
@@ -9,22 +9,9 @@
 #include <ucontext.h>
 #include <xmmintrin.h>
 #include <csignal>
-#include <cstdint>
 
 namespace vela::conventions {
 namespace {
-
-constexpr std::uint32_t kDefaultMxcsr = 0x1F80;  // all six masked, round to nearest, status clear
-constexpr std::uint32_t kInvalidMask = 0x0080;
-constexpr std::uint32_t kDivideByZeroMask = 0x0200;
-constexpr std::uint32_t kOverflowMask = 0x0400;
-constexpr std::uint32_t kArmedMxcsr =
-    kDefaultMxcsr & ~(kInvalidMask | kDivideByZeroMask | kOverflowMask);
-
-constexpr std::uint32_t kInvalidStatus = 0x0001;
-constexpr std::uint32_t kDivideByZeroStatus = 0x0004;
-constexpr std::uint32_t kOverflowStatus = 0x0008;
-constexpr std::uint32_t kAllStatus = 0x003F;
 
 struct sigaction previousAction;
 
@@ -71,27 +58,6 @@ void handle_sigfpe(int signal, siginfo_t* info, void* context) {
 }  // namespace
 
 bool has_catchable_traps() { return true; }
-
-void write_default_state() { _mm_setcsr(kDefaultMxcsr); }
-
-void write_armed_state() { _mm_setcsr(kArmedMxcsr); }
-
-unsigned recorded_faults() {
-    const std::uint32_t status = _mm_getcsr();
-    return ((status & kInvalidStatus) != 0 ? kInvalidFault : 0U) |
-           ((status & kDivideByZeroStatus) != 0 ? kDivideByZeroFault : 0U) |
-           ((status & kOverflowStatus) != 0 ? kOverflowFault : 0U);
-}
-
-void clear_recorded_faults() { _mm_setcsr(_mm_getcsr() & ~kAllStatus); }
-
-std::fenv_t save_unit_state() {
-    std::fenv_t state{};
-    state.__mxcsr = _mm_getcsr();
-    return state;
-}
-
-void restore_unit_state(const std::fenv_t& state) { _mm_setcsr(state.__mxcsr); }
 
 void install_fault_handler() {
     struct sigaction action {};

@@ -1,15 +1,12 @@
-// Any platform with <cfenv>: the traps stay masked, and faults are read from the sticky flags after
-// each evaluation. For compilers that cannot throw at a faulting instruction, and other processors.
+// Any platform with <cfenv>, which has no portable way to unmask a trap.
 
 #include "conventions/fp_platform.hpp"
 
 namespace vela::conventions {
 
-bool has_catchable_traps() { return false; }
+void write_state(Traps /*always masked*/) { std::fesetenv(FE_DFL_ENV); }
 
-void write_default_state() { std::fesetenv(FE_DFL_ENV); }
-
-void write_armed_state() { write_default_state(); }
+void write_working_state(Traps traps) { write_state(traps); }
 
 unsigned recorded_faults() {
     const int raised = std::fetestexcept(FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW);
@@ -18,7 +15,7 @@ unsigned recorded_faults() {
            ((raised & FE_OVERFLOW) != 0 ? kOverflowFault : 0U);
 }
 
-void clear_recorded_faults() { std::feclearexcept(FE_ALL_EXCEPT); }
+void clear_recorded_faults() { std::feclearexcept(FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW); }
 
 std::fenv_t save_unit_state() {
     std::fenv_t state{};
@@ -27,7 +24,5 @@ std::fenv_t save_unit_state() {
 }
 
 void restore_unit_state(const std::fenv_t& state) { std::fesetenv(&state); }
-
-void install_fault_handler() {}
 
 }  // namespace vela::conventions
