@@ -10,15 +10,17 @@
 using vela::AlternativeHypothesis;
 
 const char* const kUsage =
-    R"(Tests of means on columns of a CSV file.
+    R"(Tests of means on columns of a CSV file, with the tests by ranks beside them: Wilcoxon's for one
+sample or pairs, Mann and Whitney's for two samples that both vary.
 
 vela_means one-sample FILE COLUMN  [--mean M] [--sigma S] [OPTION]...
 vela_means paired     FILE COLUMN1 COLUMN2  [--difference D] [OPTION]...
 vela_means two-sample FILE COLUMN1 COLUMN2  [--difference D] [OPTION]...
 
-  --mean M            test the hypothesis that the mean is M (otherwise: interval only)
+  --mean M            test the hypothesis that the mean is M; by ranks, the median (otherwise:
+                      interval only)
   --sigma S           the standard deviation is known to be S: Z instead of t
-  --difference D      test the hypothesis that the mean difference, first minus second, is D
+  --difference D      test the hypothesis that the difference, first minus second, is D
                       (otherwise 0)
   --confidence C      of the interval, between 0 and 1 (otherwise 0.95)
   --alternative WHAT  less, two-sided or greater (otherwise two-sided); "less" goes with an upper

@@ -38,7 +38,7 @@ std::string format_statistic(double value) {
 
 Digits choose_digits(const Report& report) {
     double smallestError = HUGE_VAL;
-    double largest = std::fabs(report.estimate);
+    double largest = std::fabs(report.means.estimate);
     for (const SampleRow& sample : report.samples) {
         if (sample.seMean > 0.0) {  // one of two samples may be constant
             smallestError = std::min(smallestError, sample.seMean);
@@ -90,14 +90,14 @@ std::string format_samples(const Report& report, const Digits& digits) {
     return format_table(table);
 }
 
-std::string format_hypotheses(const Report& report) {
-    const AlternativeHypothesis alternative = report.alternative;
+std::string format_hypotheses(const std::string& parameter, double hypothesized,
+                              AlternativeHypothesis alternative) {
     const char* const relation = alternative == AlternativeHypothesis::LessThan      ? "<"
                                  : alternative == AlternativeHypothesis::GreaterThan ? ">"
                                                                                      : "!=";
-    const std::string value = format_exactly(*report.hypothesized);
-    return "  Null hypothesis   " + report.parameter + " = " + value + "\n" +
-           "  Alternative       " + report.parameter + " " + relation + " " + value + "\n";
+    const std::string value = format_exactly(hypothesized);
+    return "  Null hypothesis   " + parameter + " = " + value + "\n" + "  Alternative       " +
+           parameter + " " + relation + " " + value + "\n";
 }
 
 std::string format_interval(const ResultRow& row, AlternativeHypothesis alternative,
@@ -110,17 +110,18 @@ std::string format_interval(const ResultRow& row, AlternativeHypothesis alternat
     return '(' + digits(row.lower) + ", " + digits(row.upper) + ')';
 }
 
-std::string format_results(const Report& report, const Digits& digits) {
+std::string format_results(const Inference& inference, const Report& report, const Digits& digits) {
     const char* const kind = report.alternative == AlternativeHypothesis::LessThan ? "% upper bound"
                              : report.alternative == AlternativeHypothesis::GreaterThan
                                  ? "% lower bound"
                                  : "% confidence interval";
-    const std::string percent = format(100.0 * report.confidence, std::chars_format::general, 15);
+    const std::string percent =
+        format(100.0 * inference.confidence, std::chars_format::general, 15);
     Table table{{"Method", percent + kind, "DF"}};
     if (report.hypothesized) {
         table[0].insert(table[0].end(), {"Statistic", "P-value"});
     }
-    for (const ResultRow& row : report.results) {
+    for (const ResultRow& row : inference.results) {
         table.push_back({row.method, format_interval(row, report.alternative, digits),
                          row.df ? format_exactly(*row.df) : "-"});
         if (report.hypothesized) {
@@ -129,6 +130,17 @@ std::string format_results(const Report& report, const Digits& digits) {
         }
     }
     return format_table(table);
+}
+
+std::string format_inference(const Inference& inference, const Report& report,
+                             const Digits& digits) {
+    std::string text =
+        "  Estimate of the " + inference.parameter + ": " + digits(inference.estimate) + "\n\n";
+    if (report.hypothesized) {
+        text +=
+            format_hypotheses(inference.parameter, *report.hypothesized, report.alternative) + "\n";
+    }
+    return text + format_results(inference, report, digits);
 }
 
 }  // namespace
@@ -144,9 +156,10 @@ std::string format_report(const Report& report) {
     if (report.pooledStDev) {
         text += "  Pooled standard deviation: " + digits(*report.pooledStDev) + "\n";
     }
-    text += "  Estimate of the " + report.parameter + ": " + digits(report.estimate) + "\n\n";
-    if (report.hypothesized) {
-        text += format_hypotheses(report) + "\n";
+    text += format_inference(report.means, report, digits);
+    if (report.ranks) {
+        text += '\n';
+        text += format_inference(*report.ranks, report, digits);
     }
-    return text + format_results(report, digits);
+    return text;
 }

@@ -27,15 +27,21 @@ struct ResultRow {
     double pValue;
 };
 
+/// The results about one parameter.
+struct Inference {
+    std::string parameter;  ///< what the interval and the hypotheses are about
+    double estimate;
+    double confidence;  ///< that the intervals have: by ranks not quite the one asked for
+    std::vector<ResultRow> results;
+};
+
 struct Report {
     std::string title;
-    std::string parameter;  ///< what the interval and the hypotheses are about
-    double confidence;
     vela::AlternativeHypothesis alternative;
     std::optional<double> hypothesized;  ///< none: no test was asked for
-    double estimate;
     std::vector<SampleRow> samples;
-    std::vector<ResultRow> results;
+    Inference means;
+    std::optional<Inference> ranks{};
     std::optional<double> pooledStDev{};
 };
 

@@ -1,5 +1,5 @@
-// Tests of means on columns of a CSV file: the command line, the file and the report are in the
-// other sources; here are the calls of the library.
+// Tests of means, and by ranks, on columns of a CSV file: the command line, the file and the report
+// are in the other sources; here are the calls of the library.
 
 #include "arguments.hpp"
 #include "csv_columns.hpp"
@@ -14,6 +14,8 @@
 #include <cstdint>
 #include <cstdio>
 #include <exception>
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -56,16 +58,16 @@ void require_usable(double standardError) {
 }
 
 /// What a record can still leave open after status 0.
-void require_results(const Report& report) {
-    if (!std::isfinite(report.estimate)) {
+void require_results(const Inference& inference, const Arguments& arguments) {
+    if (!std::isfinite(inference.estimate)) {
         throw InputError("the values are too large for a mean");
     }
-    for (const ResultRow& row : report.results) {
+    for (const ResultRow& row : inference.results) {
         if (std::isnan(row.lower) || std::isnan(row.upper)) {
             throw InputError("no interval can be computed with confidence " +
-                             format_exactly(report.confidence));
+                             format_exactly(arguments.confidence));
         }
-        if (report.hypothesized && std::isnan(row.pValue)) {
+        if (arguments.hypothesized && std::isnan(row.pValue)) {
             throw InputError("no P-value can be computed from these values");
         }
     }
@@ -74,13 +76,62 @@ void require_results(const Report& report) {
 Report start_report(const Arguments& arguments, const std::string& title,
                     const std::string& parameter) {
     return {.title = title + ", " + printable(arguments.path, arguments.path.size()),
-            .parameter = parameter,
-            .confidence = arguments.confidence,
             .alternative = arguments.alternative,
             .hypothesized = arguments.hypothesized,
-            .estimate = 0.0,
             .samples = {},
-            .results = {}};
+            .means = {parameter, 0.0, arguments.confidence, {}}};
+}
+
+/// The confidence that an interval by ranks has, to the digits worth showing.
+double shown_confidence(double achieved) { return std::round(achieved * 1e6) / 1e6; }
+
+Inference rank_one_sample(const Arguments& arguments, const std::vector<double>& values,
+                          const std::string& parameter) {
+    vela::v0::OneSampleWilcoxon w;
+    w.count = count_of(values);
+    require_success(vela::v0::RunKroOneSampleWilcoxon(&w, values.data(), arguments.confidence,
+                                                      interval_of(arguments), arguments.alternative,
+                                                      arguments.hypothesized.value_or(0.0)));
+    return {parameter,
+            w.estimate,
+            shown_confidence(w.achievedConfidence),
+            {{"Wilcoxon", w.lower, w.upper, w.statistic, {}, w.pValue}}};
+}
+
+/// None when all values of a sample are equal, which t can still compare.
+std::optional<Inference> rank_two_samples(const Arguments& arguments, const Columns& columns,
+                                          const std::string& parameter) {
+    // The test is of equal medians; the hypothesized difference is taken off the first sample.
+    const double shift = *arguments.hypothesized;
+    std::vector<double> shifted = columns[0];
+    for (double& value : shifted) {
+        value -= shift;
+    }
+    vela::v0::MannWhitney w;
+    w.count1 = count_of(shifted);
+    w.count2 = count_of(columns[1]);
+    constexpr int oneValueOnly = 30023;
+    const int status =
+        vela::v0::RunKroMannWhitney(&w, shifted.data(), columns[1].data(), arguments.confidence,
+                                    interval_of(arguments), arguments.alternative);
+    if (status == oneValueOnly) {
+        return {};
+    }
+    require_success(status);
+    // A one-sided interval has no other end.
+    const vela::IntervalType type = interval_of(arguments);
+    const double lower = type == vela::IntervalType::UpperBound ? -HUGE_VAL : w.lower + shift;
+    const double upper = type == vela::IntervalType::LowerBound ? HUGE_VAL : w.upper + shift;
+    Inference ranks{parameter,
+                    w.estimate + shift,
+                    shown_confidence(w.achievedConfidence),
+                    {{"Mann-Whitney", lower, upper, w.statistic, {}, w.pValue}}};
+    constexpr double noTies = -1.0;
+    if (w.pValueAdjusted != noTies) {
+        ranks.results.push_back(
+            {"adjusted for ties", lower, upper, w.statistic, {}, w.pValueAdjusted});
+    }
+    return ranks;
 }
 
 Report test_one_sample_z(const Arguments& arguments, const Columns& columns) {
@@ -92,14 +143,14 @@ Report test_one_sample_z(const Arguments& arguments, const Columns& columns) {
     require_usable(z.seMean);
     const std::string name = printable(arguments.columns[0]);
     Report report = start_report(arguments, "One-sample Z test", "mean of " + name);
-    report.estimate = z.mean;
     report.samples = {{name, z.count, z.mean, z.stDev, z.seMean}};
-    report.results = {{"Z, sigma = " + format_exactly(*arguments.sigma),
-                       z.lower,
-                       z.upper,
-                       z.statistic,
-                       {},
-                       z.pValue}};
+    report.means.estimate = z.mean;
+    report.means.results = {{"Z, sigma = " + format_exactly(*arguments.sigma),
+                             z.lower,
+                             z.upper,
+                             z.statistic,
+                             {},
+                             z.pValue}};
     return report;
 }
 
@@ -112,10 +163,11 @@ Report test_one_sample_t(const Arguments& arguments, const Columns& columns) {
                                             arguments.hypothesized.value_or(0.0)));
     require_usable(t.seMean);
     const std::string name = printable(arguments.columns[0]);
-    Report report = start_report(arguments, "One-sample t test", "mean of " + name);
-    report.estimate = t.mean;
+    Report report = start_report(arguments, "One-sample t and Wilcoxon tests", "mean of " + name);
     report.samples = {{name, t.count, t.mean, t.stDev, t.seMean}};
-    report.results = {{"t", t.lower, t.upper, t.statistic, t.count - 1.0, t.pValue}};
+    report.means.estimate = t.mean;
+    report.means.results = {{"t", t.lower, t.upper, t.statistic, t.count - 1.0, t.pValue}};
+    report.ranks = rank_one_sample(arguments, columns[0], "median of " + name);
     return report;
 }
 
@@ -134,12 +186,17 @@ Report test_paired(const Arguments& arguments, const Columns& columns) {
     require_usable(t.seMeanDiff);
     const std::string first = printable(arguments.columns[0]);
     const std::string second = printable(arguments.columns[1]);
-    Report report = start_report(arguments, "Paired t test", "mean of " + first + " - " + second);
-    report.estimate = t.meanDiff;
+    const std::string difference = first + " - " + second;
+    Report report = start_report(arguments, "Paired t and Wilcoxon tests", "mean of " + difference);
     report.samples = {{first, t.count, t.mean1, t.stDev1, t.seMean1},
                       {second, t.count, t.mean2, t.stDev2, t.seMean2},
                       {"Difference", t.count, t.meanDiff, t.stDevDiff, t.seMeanDiff}};
-    report.results = {{"Paired t", t.lower, t.upper, t.statistic, t.count - 1.0, t.pValue}};
+    report.means.estimate = t.meanDiff;
+    report.means.results = {{"Paired t", t.lower, t.upper, t.statistic, t.count - 1.0, t.pValue}};
+    std::vector<double> differences(t.count);
+    std::transform(columns[0].begin(), columns[0].end(), columns[1].begin(), differences.begin(),
+                   std::minus<>());
+    report.ranks = rank_one_sample(arguments, differences, "median of " + difference);
     return report;
 }
 
@@ -147,8 +204,8 @@ Report test_two_samples(const Arguments& arguments, const Columns& columns) {
     require_two_values(arguments, columns);
     const std::string first = printable(arguments.columns[0]);
     const std::string second = printable(arguments.columns[1]);
-    Report report =
-        start_report(arguments, "Two-sample t test", "mean of " + first + " - mean of " + second);
+    Report report = start_report(arguments, "Two-sample t and Mann-Whitney tests",
+                                 "mean of " + first + " - mean of " + second);
     for (const bool pooled : {true, false}) {
         vela::v0::TwoSampleT t;
         t.count1 = count_of(columns[0]);
@@ -157,15 +214,17 @@ Report test_two_samples(const Arguments& arguments, const Columns& columns) {
                                                 arguments.confidence, interval_of(arguments),
                                                 arguments.alternative, *arguments.hypothesized));
         require_usable(std::hypot(t.seMean1, t.seMean2));
-        report.estimate = t.difference;
         report.samples = {{first, t.count1, t.mean1, t.stDev1, t.seMean1},
                           {second, t.count2, t.mean2, t.stDev2, t.seMean2}};
-        report.results.push_back(
+        report.means.estimate = t.difference;
+        report.means.results.push_back(
             {pooled ? "Pooled t" : "Welch t", t.lower, t.upper, t.statistic, t.df, t.pValue});
         if (pooled) {
             report.pooledStDev = t.pooledStDev;
         }
     }
+    report.ranks =
+        rank_two_samples(arguments, columns, "median of " + first + " - median of " + second);
     return report;
 }
 
@@ -184,7 +243,10 @@ std::string make_answer(const Arguments& arguments) {
         case Test::Paired: report = test_paired(arguments, columns); break;
         case Test::TwoSample: report = test_two_samples(arguments, columns); break;
     }
-    require_results(report);
+    require_results(report.means, arguments);
+    if (report.ranks) {
+        require_results(*report.ranks, arguments);
+    }
     return format_report(report);
 }
 

@@ -8,6 +8,7 @@
 
 #include <cmath>
 #include <functional>
+#include <new>
 #include <vector>
 
 namespace vela::test {
@@ -122,11 +123,46 @@ TEST(AllocationFailure, GivesItsStatusAndLeaksNothing) {
                  EXPECT_EQ(IsNaN(value), status != 0);
                  return status;
              }},
+            {"RunOneSampleSign", 1,
+             [&] {
+                 v0::OneSampleSign record;
+                 record.count = n;
+                 record.median = 7.0;
+                 const int status = RunOneSampleSign(&record, x.data(), 0.5, IntervalType::TwoSided,
+                                                     AlternativeHypothesis::NotEqual, 0.0);
+                 EXPECT_EQ(IsNaN(record.median) && IsNaN(record.innerPosition) &&
+                               IsNaN(record.pValue) && IsNaN(record.below),
+                           status == 30001);
+                 return status == 10002 ? 0 : status;  // three observations have no inner interval
+             }},
             {"RunPairedT", 1,
              [&] {
                  v0::PairedT record;
                  record.count = n;
                  return RunPairedT(&record, x.data(), x.data(), 0.95, IntervalType::TwoSided);
+             }},
+            {"RunKroMannWhitney", 4,
+             [&] {
+                 v0::MannWhitney record;
+                 record.count1 = n;
+                 record.count2 = n;
+                 const int status =
+                     RunKroMannWhitney(&record, x.data(), x.data(), 0.95, IntervalType::TwoSided,
+                                       AlternativeHypothesis::NotEqual);
+                 EXPECT_EQ(IsNaN(record.median1) && IsNaN(record.statistic), status != 0);
+                 return status;
+             }},
+            {"RunKroOneSampleWilcoxon", 2,
+             [&] {
+                 v0::OneSampleWilcoxon record;
+                 record.count = n;
+                 try {
+                     return RunKroOneSampleWilcoxon(&record, x.data(), 0.95, IntervalType::TwoSided,
+                                                    AlternativeHypothesis::NotEqual, 0.1);
+                 } catch (const std::bad_alloc&) {
+                     EXPECT_TRUE(IsNaN(record.estimate));
+                     return 30001;  // here an exception, elsewhere this status
+                 }
              }},
         };
         for (const Case& c : cases) {
