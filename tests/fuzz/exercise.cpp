@@ -1,0 +1,71 @@
+#include "fuzz/exercise.hpp"
+
+#include "vela/missing_value.hpp"
+
+#include <cmath>
+#include <iterator>
+#include <limits>
+
+namespace vela::test {
+namespace {
+
+enum class Kind : std::uint8_t { kSpecial, kInteger, kFraction, kOrdinary, kAnyBits, kCount };
+
+Kind next_kind(Bytes& bytes) {
+    return static_cast<Kind>(bytes.next<std::uint8_t>() % static_cast<unsigned>(Kind::kCount));
+}
+
+double special(unsigned index) {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    constexpr double values[] = {0.0,
+                                 -0.0,
+                                 std::numeric_limits<double>::quiet_NaN(),
+                                 infinity,
+                                 -infinity,
+                                 std::numeric_limits<double>::max(),
+                                 std::numeric_limits<double>::lowest(),
+                                 std::numeric_limits<double>::denorm_min(),
+                                 std::numeric_limits<double>::min(),
+                                 1.0 - 0x1p-53,
+                                 0.5,
+                                 2147483648.0,
+                                 MissingValue};
+    return values[index % std::size(values)];
+}
+
+double number_of(Kind kind, Bytes& bytes) {
+    switch (kind) {
+        case Kind::kSpecial: return special(bytes.next<std::uint8_t>());
+        case Kind::kInteger: return bytes.next<std::int8_t>();
+        case Kind::kFraction: return static_cast<double>(bytes.next<std::uint32_t>()) * 0x1p-32;
+        case Kind::kOrdinary: {
+            const auto digits = bytes.next<std::int32_t>();  // in this order under every compiler
+            return std::ldexp(digits, bytes.next<std::int8_t>() / 4 - 31);
+        }
+        default: return std::bit_cast<double>(bytes.next<std::uint64_t>());
+    }
+}
+
+}  // namespace
+
+double Bytes::number() { return number_of(next_kind(*this), *this); }
+
+double Bytes::fraction() {
+    return number_of(next<std::uint8_t>() % 8 == 0 ? Kind::kSpecial : Kind::kFraction, *this);
+}
+
+Sample make_sample_of(Bytes& bytes, std::uint32_t count) {
+    Sample sample{count, std::make_unique<double[]>(count)};
+    const bool mixed = bytes.next<std::uint8_t>() % 2 == 0;
+    const Kind kind = next_kind(bytes);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        sample.values[i] = mixed ? bytes.number() : number_of(kind, bytes);
+    }
+    return sample;
+}
+
+Sample make_sample(Bytes& bytes, unsigned most) {
+    return make_sample_of(bytes, bytes.below(most + 1));
+}
+
+}  // namespace vela::test
