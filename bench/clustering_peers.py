@@ -1,15 +1,17 @@
 #!/usr/bin/python3
 """Speed of hierarchical clustering beside fastcluster and SciPy, in one run on the same data.
 
-    clustering_peers.py BENCH_PROGRAM [ROWS [REPETITIONS]]
+    clustering_peers.py [--page=FILE] BENCH_PROGRAM [ROWS [REPETITIONS]]
 
-Needs NumPy, SciPy and fastcluster (python3-scipy, python3-fastcluster in Debian). The rows are
+The results are added to the page, unless BENCHMARK_FILTER makes the run a partial one. Needs NumPy, SciPy and fastcluster (python3-scipy, python3-fastcluster in Debian). The rows are
 points of 10 normal variables. Both sides get a copy of the same distances, which they may
 overwrite, and take turns; the medians of the times are compared, and the trees: the two clusters
 of every merge must hold the same rows, at distances equal to 1e-9. Then vela alone at half the
 rows and at all of them.
 """
 
+import argparse
+import os
 import statistics
 import subprocess
 import sys
@@ -84,22 +86,39 @@ def same_tree(steps, tree, kind):
                 and numpy.allclose(ours[:, 2], theirs[:, 2], rtol=1e-9, atol=0))
 
 
-def report(name, ours, theirs, remark=""):
-    ours, theirs = statistics.median(ours), statistics.median(theirs)
-    print(f"{name:22}{1e3 * ours:9.1f}{1e3 * theirs:9.1f}{ours / theirs:8.2f}  {remark}", flush=True)
+class Report:
+    """Prints its lines at once and keeps them for the page."""
+
+    def __init__(self):
+        self.lines = []
+
+    def header(self, title, *columns):
+        print(f"\n{title:22}" + "".join(f"{column:>10}" for column in columns))
+        self.lines += ["", f"| {title} | {' | '.join(columns)} | |", "|---" + "|--:" * len(columns) + "|---|"]
+
+    def line(self, name, ours, theirs, remark=""):
+        ours, theirs = statistics.median(ours), statistics.median(theirs)
+        cells = [f"{1e3 * ours:.1f}", f"{1e3 * theirs:.1f}", f"{ours / theirs:.2f}"]
+        print(f"{name:22}" + "".join(f"{cell:>10}" for cell in cells) + f"  {remark}", flush=True)
+        self.lines.append(f"| {name} | {' | '.join(cells)} | {remark} |")
+
+    def add_to(self, page):
+        with open(page, "a", encoding="utf-8") as file:
+            print("\n## Clustering\n\nMilliseconds, beside SciPy (distances) and fastcluster (linkages).",
+                  *self.lines, sep="\n", file=file)
 
 
-def main(program, rows=5000, repetitions=7):
-    rows, repetitions = int(rows), int(repetitions)
+def measure(program, rows, repetitions):
     points = numpy.random.default_rng(1).standard_normal((rows, 10))
-    print(f"{rows} rows, medians of {repetitions}   vela ms  peer ms   ratio")
+    report = Report()
+    report.header(f"{rows} rows, {repetitions} times", "vela ms", "peer ms", "ratio")
     with tempfile.TemporaryDirectory() as directory:
         vela = Vela(program, directory)
         vela.load(points)
         for kind, metric in ((2000, "euclidean"), (2001, "seuclidean"), (2002, "cityblock"), (2003, "sqeuclidean")):
             times = [(vela.ask("distances", kind), timed(lambda: pdist(points, metric))[0])
                      for _ in range(repetitions)]
-            report("distances, " + metric, *zip(*times))
+            report.line("distances, " + metric, *zip(*times))
         distances = pdist(points)
         for name, code, method, kind in LINKAGES:
             vela.ask("distances", kind)
@@ -109,16 +128,29 @@ def main(program, rows=5000, repetitions=7):
                 copy = distances.copy()
                 theirs, tree = timed(lambda: fastcluster.linkage(copy, method, preserve_input=False))
                 times.append((ours, theirs))
-            report(name, *zip(*times), "same tree" if same_tree(vela.steps(), tree, kind) else "OTHER TREE")
-        print("\nvela alone               n ms   n / 2 ms  ratio")
+            report.line(name, *zip(*times), "same tree" if same_tree(vela.steps(), tree, kind) else "OTHER TREE")
+        report.header("vela alone", "n ms", "n / 2 ms", "ratio")
         for name, code, _, kind in LINKAGES:
             times = {}
             for count in (rows, rows // 2):
                 vela.load(points[:count])
                 vela.ask("distances", kind)
                 times[count] = [vela.ask("run", code) for _ in range(repetitions)]
-            report(name, times[rows], times[rows // 2])
+            report.line(name, times[rows], times[rows // 2])
+    return report
+
+
+def main():
+    parser = argparse.ArgumentParser(usage=__doc__)
+    parser.add_argument("program")
+    parser.add_argument("rows", type=int, nargs="?", default=5000)
+    parser.add_argument("repetitions", type=int, nargs="?", default=7)
+    parser.add_argument("--page")
+    given = parser.parse_args()
+    report = measure(given.program, given.rows, given.repetitions)
+    if given.page and not os.environ.get("BENCHMARK_FILTER"):
+        report.add_to(given.page)
 
 
 if __name__ == "__main__":
-    main(*sys.argv[1:])
+    main()

@@ -40,6 +40,7 @@ struct Implementation {
     const char* name;
     std::vector<PointFunction> points;
     std::vector<SampleFunction> samples;
+    std::string version = {};
 
     const PointFunction* find_point(std::string_view function) const;
     const SampleFunction* find_sample(std::string_view function) const;
@@ -77,8 +78,8 @@ PointFunction point(std::string name) {
 /// What a peer has for no function of ours.
 inline constexpr std::nullptr_t kNone = nullptr;
 
-/// A peer's family: density, cumulative function and quantile, each as point() takes it, or kNone.
-template <auto density, auto cumulative, auto quantile>
+/// A peer's family: density, both tails and quantile, each as point() takes it, or kNone.
+template <auto density, auto lower, auto upper, auto quantile>
 void add_family(std::vector<PointFunction>& all, const std::string& family) {
     const auto add = [&]<auto function>(const char* suffix) {
         if constexpr (!std::is_null_pointer_v<decltype(function)>) {
@@ -86,7 +87,8 @@ void add_family(std::vector<PointFunction>& all, const std::string& family) {
         }
     };
     add.template operator()<density>("Pdf");
-    add.template operator()<cumulative>("Cdf");
+    add.template operator()<lower>("Cdf");
+    add.template operator()<upper>("UpperCdf");
     add.template operator()<quantile>("InvCdf");
 }
 

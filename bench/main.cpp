@@ -1,7 +1,9 @@
 // Runs the rows and prints the table of ratios. Every Google Benchmark option works; later options
-// win over the defaults set here.
+// win over the defaults set here. A first argument --page=FILE asks for the page of results as
+// well.
 
 #include "functions.hpp"
+#include "performance_page.hpp"
 #include "ratio_table.hpp"
 #include "rows.hpp"
 #include "vela/floating_point.hpp"
@@ -9,6 +11,7 @@
 #include <benchmark/benchmark.h>
 
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -33,6 +36,22 @@ std::vector<std::string> implementation_names() {
     return names;
 }
 
+/// Takes the option out of the arguments; the others are Google Benchmark's.
+std::string take_page(std::vector<char*>* arguments) {
+    constexpr std::string_view kOption = "--page=";
+    if (arguments->size() < 2 || !std::string_view((*arguments)[1]).starts_with(kOption)) {
+        return "";
+    }
+    std::string page = (*arguments)[1] + kOption.size();
+    arguments->erase(arguments->begin() + 1);
+    return page;
+}
+
+bool measures_everything() {
+    const std::string filter = benchmark::GetBenchmarkFilter();
+    return filter.empty() || filter == "." || filter == "all";
+}
+
 }  // namespace
 }  // namespace bench
 
@@ -40,11 +59,11 @@ int main(int argc, char** argv) {
     // Interleaving spreads a slow moment of the machine over all rows and implementations.
     std::string defaults[] = {"--benchmark_repetitions=5", "--benchmark_min_time=0.004",
                               "--benchmark_enable_random_interleaving=true"};
-    std::vector<char*> arguments = {argv[0]};
+    std::vector<char*> arguments(argv, argv + argc);
+    const std::string page = bench::take_page(&arguments);
     for (std::string& option : defaults) {
-        arguments.push_back(option.data());
+        arguments.insert(arguments.begin() + 1, option.data());
     }
-    arguments.insert(arguments.end(), argv + 1, argv + argc);
     int count = static_cast<int>(arguments.size());
     benchmark::Initialize(&count, arguments.data());
     if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) {
@@ -55,6 +74,9 @@ int main(int argc, char** argv) {
     bench::RowOrder rows = bench::add_rows();
     bench::RatioTable table(std::move(rows), bench::implementation_names());
     benchmark::RunSpecifiedBenchmarks(&table);
+    if (!page.empty() && bench::measures_everything()) {
+        bench::write_performance_page(page, table);
+    }
     benchmark::Shutdown();
     return 0;
 }

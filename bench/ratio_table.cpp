@@ -47,9 +47,17 @@ void RatioTable::Finalize() {
         return std::none_of(implementations_.begin(), implementations_.end(),
                             [&](const std::string& name) { return find(row, name) != nullptr; });
     });
-    print_rows();
-    print_groups();
-    print_bracket();
+    std::printf("\n%s\n", units().c_str());
+    print_aligned(stdout, rows());
+    std::printf("%s\n\n", footnote().c_str());
+    print_aligned(stdout, groups());
+    std::printf("\n%s", bracket().c_str());
+}
+
+std::string RatioTable::units() { return "Nanoseconds per call; per element in array rows."; }
+
+std::string RatioTable::footnote() {
+    return "`*` differs from our result by more than 1e-6 somewhere in the row.";
 }
 
 const RatioTable::Cell* RatioTable::find(const std::string& row,
@@ -77,52 +85,53 @@ std::optional<double> RatioTable::ratio_to_best_peer(const std::string& row) con
     return best && ours ? std::optional(*ours / best->second) : std::nullopt;
 }
 
-void RatioTable::print_rows() {
-    std::printf("\n%-54s", "ns per call; per element in array rows");
+TextTable RatioTable::rows() const {
+    TextTable table = {{"row"}};
     for (const std::string& name : implementations_) {
-        std::printf("%12s ", name.c_str());
+        table[0].push_back(name + " ");  // over the stars
     }
-    std::printf("%8s\n", "ratio");
+    table[0].emplace_back("ratio");
     for (const std::string& row : rows_) {
-        std::printf("%-54s", row.c_str());
+        std::vector<std::string> line = {row};
         for (const std::string& name : implementations_) {
-            if (const Cell* cell = find(row, name)) {
-                const bool suspicious = !(cell->difference <= kSuspiciousDifference);
-                std::printf("%12.1f%c", median(cell->nanoseconds), suspicious ? '*' : ' ');
-            } else {
-                std::printf("%12s ", "-");
-            }
+            const Cell* cell = find(row, name);
+            const bool suspicious = cell != nullptr && !(cell->difference <= kSuspiciousDifference);
+            line.push_back(cell == nullptr
+                               ? "-"
+                               : fixed(median(cell->nanoseconds), 1) + (suspicious ? "*" : " "));
         }
         const auto ratio = ratio_to_best_peer(row);
-        ratio ? std::printf("%8.2f\n", *ratio) : std::printf("%8s\n", "-");
+        line.push_back(ratio ? fixed(*ratio, 2) : "-");
+        table.push_back(std::move(line));
     }
-    std::printf("* differs from our result by more than %g somewhere in the row\n",
-                kSuspiciousDifference);
+    return table;
 }
 
-void RatioTable::print_groups() {
+TextTable RatioTable::groups() const {
     std::map<std::string, std::vector<double>> groups;
     for (const std::string& row : rows_) {
         if (const auto ratio = ratio_to_best_peer(row)) {
             groups[group_of(row)].push_back(*ratio);
         }
     }
-    std::printf("\n%-54s%12s %12s\n", "ratio to the best peer", "median", "worst");
+    TextTable table = {{"ratio to the best peer", "median", "worst"}};
     for (const auto& [group, ratios] : groups) {
-        std::printf("%-54s%12.2f %12.2f\n", group.c_str(), median(ratios),
-                    *std::max_element(ratios.begin(), ratios.end()));
+        table.push_back({group, fixed(median(ratios), 2),
+                         fixed(*std::max_element(ratios.begin(), ratios.end()), 2)});
     }
+    return table;
 }
 
-void RatioTable::print_bracket() {
+std::string RatioTable::bracket() const {
     const std::string& ours = implementations_.front();
     const auto plain = time(kPlainCallRow, ours);
     const auto registered = time(kRegisteredCallRow, ours);
     const auto unregistered = time(kUnregisteredCallRow, ours);
-    if (plain && registered && unregistered) {
-        std::printf("\nBracket: %.1f ns on a registered thread, %.1f ns on another\n",
-                    *registered - *plain, *unregistered - *plain);
+    if (!plain || !registered || !unregistered) {
+        return "";
     }
+    return "Bracket: " + fixed(*registered - *plain, 1) + " ns on a registered thread, " +
+           fixed(*unregistered - *plain, 1) + " ns on another.\n";
 }
 
 }  // namespace bench

@@ -2,6 +2,7 @@
 #define VELA_BENCH_RATIO_TABLE_HPP
 
 #include "rows.hpp"
+#include "text_table.hpp"
 
 #include <benchmark/benchmark.h>
 
@@ -23,6 +24,12 @@ public:
     void ReportRuns(const std::vector<Run>& runs) override;
     void Finalize() override;
 
+    TextTable rows() const;
+    TextTable groups() const;
+    std::string bracket() const;  ///< one line, empty where it was not measured
+    static std::string units();
+    static std::string footnote();
+
 private:
     struct Cell {
         std::vector<double> nanoseconds;  ///< per call, one for each repetition
@@ -32,9 +39,6 @@ private:
     const Cell* find(const std::string& row, const std::string& implementation) const;
     std::optional<double> time(const std::string& row, const std::string& implementation) const;
     std::optional<double> ratio_to_best_peer(const std::string& row) const;
-    void print_rows();
-    void print_groups();
-    void print_bracket();
 
     RowOrder rows_;
     std::vector<std::string> implementations_;

@@ -5,16 +5,21 @@
 #include "vela/binomial.hpp"
 #include "vela/cauchy.hpp"
 #include "vela/chi_sq.hpp"
+#include "vela/exponential.hpp"
 #include "vela/f.hpp"
 #include "vela/gamma.hpp"
 #include "vela/geometric.hpp"
+#include "vela/half_normal.hpp"
 #include "vela/hypergeometric.hpp"
 #include "vela/laplace.hpp"
+#include "vela/largest_extreme_value.hpp"
+#include "vela/log_logistic.hpp"
 #include "vela/log_normal.hpp"
 #include "vela/logistic.hpp"
 #include "vela/neg_binomial.hpp"
 #include "vela/normal.hpp"
 #include "vela/poisson.hpp"
+#include "vela/smallest_extreme_value.hpp"
 #include "vela/t.hpp"
 #include "vela/v0/one_sample_t.hpp"
 #include "vela/v0/two_sample_t.hpp"
@@ -23,6 +28,7 @@
 #include "vela/weibull.hpp"
 
 #include <cstdint>
+#include <type_traits>
 #include <utility>
 
 namespace bench {
@@ -55,20 +61,41 @@ auto call(Function function, const P& p, Arguments... arguments) {
     (std::index_sequence_for<Rest...>());
 }
 
-template <auto scalar, auto array, class... Rest>
+enum class Tail { Lower, Upper };
+
+/// Parameters for a function of count parameters: for the upper tail the last of them is true. The
+/// others are passed on without a copy, which would be measured.
+template <Tail tail, Size count>
+auto with_tail(const P& p) -> std::conditional_t<tail == Tail::Upper, P, const P&> {
+    if constexpr (tail == Tail::Upper) {
+        P upper = p;
+        upper[count - 1] = 1.0;
+        return upper;
+    } else {
+        return p;
+    }
+}
+
+template <auto scalar, auto array, Tail tail, class... Rest>
 PointFunction both_forms(const char* name, Scalar<Rest...> /*has the types*/) {
-    return {name, [](double x, const P& p) { return call<Rest...>(scalar, p, x); },
+    constexpr auto adjust = with_tail<tail, sizeof...(Rest)>;
+    return {name, [](double x, const P& p) { return call<Rest...>(scalar, adjust(p), x); },
             [](double* out, const double* x, Size n, const P& p) {
-                call<Rest...>(array, p, out, x, n);
+                call<Rest...>(array, adjust(p), out, x, n);
             }};
 }
 
-/// An entry; the entries of a family under its own name.
-#define VELA_POINT(name, function) \
-    both_forms<scalar_of(vela::function), array_of(vela::function)>(name, vela::function)
+/// An entry; both tails of one; the entries of a family under its own name.
+#define VELA_FORMS(name, function, tail)                                              \
+    both_forms<scalar_of(vela::function), array_of(vela::function), Tail::tail>(name, \
+                                                                                vela::function)
 
-#define VELA_FAMILY(name)                                                   \
-    VELA_POINT(#name "Pdf", name##Pdf), VELA_POINT(#name "Cdf", name##Cdf), \
+#define VELA_POINT(name, function) VELA_FORMS(name, function, Lower)
+#define VELA_TAILS(name, function) \
+    VELA_POINT(name "Cdf", function), VELA_FORMS(name "UpperCdf", function, Upper)
+
+#define VELA_FAMILY(name)                                             \
+    VELA_POINT(#name "Pdf", name##Pdf), VELA_TAILS(#name, name##Cdf), \
         VELA_POINT(#name "InvCdf", name##InvCdf)
 
 double mean_and_variance(const double* x, Size n) {
@@ -132,12 +159,17 @@ const Implementation& ours() {
             VELA_FAMILY(Logistic),
             VELA_FAMILY(Cauchy),
             VELA_FAMILY(Laplace),
+            VELA_FAMILY(LargestExtremeValue),
+            VELA_FAMILY(SmallestExtremeValue),
+            VELA_FAMILY(LogLogistic),
+            VELA_FAMILY(HalfNormal),
+            VELA_FAMILY(Exponential),
             VELA_POINT("NoncentralTPdf", TPdf),
-            VELA_POINT("NoncentralTCdf", TCdf),
+            VELA_TAILS("NoncentralT", TCdf),
             VELA_POINT("NoncentralTInvCdf", TInvCdf),
-            VELA_POINT("NoncentralChiSqCdf", ChiSqCdf),
+            VELA_TAILS("NoncentralChiSq", ChiSqCdf),
             VELA_POINT("NoncentralChiSqInvCdf", ChiSqInvCdf),
-            VELA_POINT("NoncentralFCdf", FCdf),
+            VELA_TAILS("NoncentralF", FCdf),
             VELA_POINT("NoncentralFInvCdf", FInvCdf),
         },
         {{"Sum", sum},

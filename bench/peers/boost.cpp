@@ -8,6 +8,7 @@
 #include <boost/math/statistics/bivariate_statistics.hpp>
 #include <boost/math/statistics/t_test.hpp>
 #include <boost/math/statistics/univariate_statistics.hpp>
+#include <boost/version.hpp>
 
 #include <cmath>
 #include <span>
@@ -34,6 +35,8 @@ Distribution<double, Policy> from(const P& p) {
 
 bm::negative_binomial_distribution<double, Policy> neg_binomial(const P& p) { return {p[1], p[0]}; }
 
+bm::exponential_distribution<double, Policy> exponential(const P& p) { return {1.0 / p[0]}; }
+
 bm::hypergeometric_distribution<double, Policy> hypergeometric(const P& p) {
     const auto count = [&](std::size_t i) { return static_cast<unsigned>(p[i]); };
     return {count(1), count(2), count(0)};
@@ -44,6 +47,7 @@ template <auto make>
 void add(std::vector<PointFunction>& all, const std::string& family) {
     add_family<[](const P& p) { return [d = make(p)](double x) { return pdf(d, x); }; },
                [](const P& p) { return [d = make(p)](double x) { return cdf(d, x); }; },
+               [](const P& p) { return [d = make(p)](double x) { return cdf(complement(d, x)); }; },
                [](const P& p) { return [d = make(p)](double x) { return quantile(d, x); }; }>(
         all, family);
 }
@@ -69,6 +73,8 @@ std::vector<PointFunction> families() {
     add<from<bm::logistic_distribution, 0, 1>>(all, "Logistic");
     add<from<bm::cauchy_distribution, 0, 1>>(all, "Cauchy");
     add<from<bm::laplace_distribution, 0, 1>>(all, "Laplace");
+    add<from<bm::extreme_value_distribution, 0, 1>>(all, "LargestExtremeValue");
+    add<exponential>(all, "Exponential");
     return all;
 }
 
@@ -117,13 +123,19 @@ double one_sample_t(const double* x, std::size_t n) {
     return (mean - half) + (mean + half) + pValue;
 }
 
+std::string version() {
+    return std::to_string(BOOST_VERSION / 100000) + "." +
+           std::to_string(BOOST_VERSION / 100 % 1000);
+}
+
 [[maybe_unused]] const bool added = add_peer({"boost",
                                               families(),
                                               {{"MeanAndVariance", mean_and_variance},
                                                {"SkewnessAndKurtosis", skewness_and_kurtosis},
                                                {"Covariance", covariance},
                                                {"OneSampleT", one_sample_t},
-                                               {"TwoSampleT", two_sample_t}}});
+                                               {"TwoSampleT", two_sample_t}},
+                                              version()});
 
 }  // namespace
 }  // namespace bench

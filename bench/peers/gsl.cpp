@@ -7,6 +7,7 @@
 #include <gsl/gsl_errno.h>
 #include <gsl/gsl_randist.h>
 #include <gsl/gsl_statistics_double.h>
+#include <gsl/gsl_version.h>
 
 #include <cmath>
 #include <vector>
@@ -89,38 +90,51 @@ double located_quantile(double x, const P& p) {
     return p[0] + quantile(x, p[1]);
 }
 
-template <auto density, auto cumulative, auto quantile>
+template <auto density, auto lower, auto upper, auto quantile>
 void add_located(std::vector<PointFunction>& all, const char* family) {
-    add_family<located<density>, located<cumulative>, located_quantile<quantile>>(all, family);
+    add_family<located<density>, located<lower>, located<upper>, located_quantile<quantile>>(
+        all, family);
 }
 
-template <auto density, auto cumulative, auto quantile, std::size_t... i>
+template <auto density, auto lower, auto upper, auto quantile, std::size_t... i>
 void add(std::vector<PointFunction>& all, const char* family) {
-    add_family<call<density, i...>, call<cumulative, i...>, call<quantile, i...>>(all, family);
+    add_family<call<density, i...>, call<lower, i...>, call<upper, i...>, call<quantile, i...>>(
+        all, family);
 }
 
 std::vector<PointFunction> families() {
     std::vector<PointFunction> all;
-    add_located<gsl_ran_gaussian_pdf, gsl_cdf_gaussian_P, gsl_cdf_gaussian_Pinv>(all, "Normal");
-    add<gsl_ran_tdist_pdf, gsl_cdf_tdist_P, gsl_cdf_tdist_Pinv, 0>(all, "T");
-    add<gsl_ran_beta_pdf, gsl_cdf_beta_P, gsl_cdf_beta_Pinv, 0, 1>(all, "Beta");
-    add<gsl_ran_fdist_pdf, gsl_cdf_fdist_P, gsl_cdf_fdist_Pinv, 0, 1>(all, "F");
-    add<gsl_ran_gamma_pdf, gsl_cdf_gamma_P, gsl_cdf_gamma_Pinv, 0, 1>(all, "Gamma");
-    add<gsl_ran_chisq_pdf, gsl_cdf_chisq_P, gsl_cdf_chisq_Pinv, 0>(all, "ChiSq");
-    add_family<binomial<gsl_ran_binomial_pdf>, binomial<gsl_cdf_binomial_P>, kNone>(all,
-                                                                                    "Binomial");
+    add_located<gsl_ran_gaussian_pdf, gsl_cdf_gaussian_P, gsl_cdf_gaussian_Q,
+                gsl_cdf_gaussian_Pinv>(all, "Normal");
+    add<gsl_ran_tdist_pdf, gsl_cdf_tdist_P, gsl_cdf_tdist_Q, gsl_cdf_tdist_Pinv, 0>(all, "T");
+    add<gsl_ran_beta_pdf, gsl_cdf_beta_P, gsl_cdf_beta_Q, gsl_cdf_beta_Pinv, 0, 1>(all, "Beta");
+    add<gsl_ran_fdist_pdf, gsl_cdf_fdist_P, gsl_cdf_fdist_Q, gsl_cdf_fdist_Pinv, 0, 1>(all, "F");
+    add<gsl_ran_gamma_pdf, gsl_cdf_gamma_P, gsl_cdf_gamma_Q, gsl_cdf_gamma_Pinv, 0, 1>(all,
+                                                                                       "Gamma");
+    add<gsl_ran_chisq_pdf, gsl_cdf_chisq_P, gsl_cdf_chisq_Q, gsl_cdf_chisq_Pinv, 0>(all, "ChiSq");
+    add_family<binomial<gsl_ran_binomial_pdf>, binomial<gsl_cdf_binomial_P>,
+               binomial<gsl_cdf_binomial_Q>, kNone>(all, "Binomial");
     add_family<neg_binomial<gsl_ran_negative_binomial_pdf>,
-               neg_binomial<gsl_cdf_negative_binomial_P>, kNone>(all, "NegBinomial");
-    add_family<poisson<gsl_ran_poisson_pdf>, poisson<gsl_cdf_poisson_P>, kNone>(all, "Poisson");
+               neg_binomial<gsl_cdf_negative_binomial_P>, neg_binomial<gsl_cdf_negative_binomial_Q>,
+               kNone>(all, "NegBinomial");
+    add_family<poisson<gsl_ran_poisson_pdf>, poisson<gsl_cdf_poisson_P>, poisson<gsl_cdf_poisson_Q>,
+               kNone>(all, "Poisson");
     add_family<hypergeometric<gsl_ran_hypergeometric_pdf>, hypergeometric<gsl_cdf_hypergeometric_P>,
-               kNone>(all, "Hypergeometric");
-    add_family<geometric<gsl_ran_geometric_pdf>, geometric<gsl_cdf_geometric_P>, kNone>(
-        all, "Geometric");
-    add<gsl_ran_weibull_pdf, gsl_cdf_weibull_P, gsl_cdf_weibull_Pinv, 1, 0>(all, "Weibull");
-    add<gsl_ran_lognormal_pdf, gsl_cdf_lognormal_P, gsl_cdf_lognormal_Pinv, 0, 1>(all, "LogNormal");
-    add_located<gsl_ran_logistic_pdf, gsl_cdf_logistic_P, gsl_cdf_logistic_Pinv>(all, "Logistic");
-    add_located<gsl_ran_cauchy_pdf, gsl_cdf_cauchy_P, gsl_cdf_cauchy_Pinv>(all, "Cauchy");
-    add_located<gsl_ran_laplace_pdf, gsl_cdf_laplace_P, gsl_cdf_laplace_Pinv>(all, "Laplace");
+               hypergeometric<gsl_cdf_hypergeometric_Q>, kNone>(all, "Hypergeometric");
+    add_family<geometric<gsl_ran_geometric_pdf>, geometric<gsl_cdf_geometric_P>,
+               geometric<gsl_cdf_geometric_Q>, kNone>(all, "Geometric");
+    add<gsl_ran_exponential_pdf, gsl_cdf_exponential_P, gsl_cdf_exponential_Q,
+        gsl_cdf_exponential_Pinv, 0>(all, "Exponential");
+    add<gsl_ran_weibull_pdf, gsl_cdf_weibull_P, gsl_cdf_weibull_Q, gsl_cdf_weibull_Pinv, 1, 0>(
+        all, "Weibull");
+    add<gsl_ran_lognormal_pdf, gsl_cdf_lognormal_P, gsl_cdf_lognormal_Q, gsl_cdf_lognormal_Pinv, 0,
+        1>(all, "LogNormal");
+    add_located<gsl_ran_logistic_pdf, gsl_cdf_logistic_P, gsl_cdf_logistic_Q,
+                gsl_cdf_logistic_Pinv>(all, "Logistic");
+    add_located<gsl_ran_cauchy_pdf, gsl_cdf_cauchy_P, gsl_cdf_cauchy_Q, gsl_cdf_cauchy_Pinv>(
+        all, "Cauchy");
+    add_located<gsl_ran_laplace_pdf, gsl_cdf_laplace_P, gsl_cdf_laplace_Q, gsl_cdf_laplace_Pinv>(
+        all, "Laplace");
     return all;
 }
 
@@ -131,7 +145,8 @@ Implementation gsl() {
             {{"MeanAndVariance", mean_and_variance},
              {"SkewnessAndKurtosis", skewness_and_kurtosis},
              {"Covariance", covariance},
-             {"OneSampleT", one_sample_t}}};
+             {"OneSampleT", one_sample_t}},
+            GSL_VERSION};
 }
 
 [[maybe_unused]] const bool added = add_peer(gsl());

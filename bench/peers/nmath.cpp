@@ -14,6 +14,7 @@ namespace {
 using P = Parameters;
 
 constexpr int kLower = 1;
+constexpr int kUpper = 0;
 constexpr int kNoLog = 0;
 
 /// Calls function(x, the first count parameters..., flags...).
@@ -33,6 +34,7 @@ P events_others_sample(const P& p) { return {p[1], p[0] - p[1], p[2]}; }
 template <std::size_t count, auto density, auto cumulative, auto quantile, auto order = as_ours>
 void add(std::vector<PointFunction>& all, const char* family) {
     add_family<call<density, count, order, kNoLog>, call<cumulative, count, order, kLower, kNoLog>,
+               call<cumulative, count, order, kUpper, kNoLog>,
                call<quantile, count, order, kLower, kNoLog>>(all, family);
 }
 
@@ -56,10 +58,11 @@ std::vector<PointFunction> families() {
     add<2, dlnorm, plnorm, qlnorm>(all, "LogNormal");
     add<2, dlogis, plogis, qlogis>(all, "Logistic");
     add<2, dcauchy, pcauchy, qcauchy>(all, "Cauchy");
+    add<1, dexp, pexp, qexp>(all, "Exponential");
     return all;
 }
 
-[[maybe_unused]] const bool added = add_peer({"nmath", families(), {}});
+[[maybe_unused]] const bool added = add_peer({"nmath", families(), {}, R_VERSION_STRING});
 
 }  // namespace
 }  // namespace bench
