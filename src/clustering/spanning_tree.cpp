@@ -28,14 +28,15 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 /// False if one of the distances is infinite, NaN, negative or -0.
 bool copy_row(const double* values, std::size_t count, double* out) {
-    constexpr auto kInfinityBits = std::bit_cast<std::int64_t>(kInfinity);
-    std::int64_t signs = -1;
+    constexpr auto kInfinityBits = std::bit_cast<std::uint64_t>(kInfinity);
+    constexpr std::uint64_t kSignBit = 0x8000000000000000;
+    std::uint64_t signs = kSignBit;
     for (std::size_t i = 0; i < count; ++i) {
-        const auto bits = std::bit_cast<std::int64_t>(values[i]);
-        signs &= (bits - kInfinityBits) & ~bits;  // both negative: below infinity, not below 0
+        const auto bits = std::bit_cast<std::uint64_t>(values[i]);
+        signs &= (bits - kInfinityBits) & ~bits;  // both set: below infinity, not below 0
         out[i] = values[i];
     }
-    return signs < 0;
+    return signs != 0;
 }
 
 }  // namespace
