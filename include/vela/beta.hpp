@@ -48,8 +48,8 @@ VELA_API void BetaCdf(double* out, const double* x, std::size_t n, double first,
 /// @param p       lower-tail probability in [0, 1]; ::MissingValue gives NaN
 /// @param first   > 0
 /// @param second  > 0
-/// @return the quantile, 0 for p = 0 and 1 for p = 1; NaN for p outside [0, 1] and for invalid
-/// shapes
+/// @return the quantile, 0 for p = 0 and 1 for p = 1; NaN for p outside [0, 1] and for
+///         invalid shapes
 /// @accuracy BetaCdf() of the result is p to 6e-14 relative in the smaller tail, or to what half an
 ///           ulp of x means to it; 8e-15 for p from 1e-10 on. Measured over shapes 1e-3 to 1e6 and
 ///           p down to 1e-280; next to the denormal numbers NaN. A p next to 1 has lost the digits

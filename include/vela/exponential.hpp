@@ -20,7 +20,8 @@ namespace vela {
 /// @param x          evaluation point; ::MissingValue is an ordinary number here
 /// @param scale      > 0
 /// @param threshold  finite
-/// @return density >= 0; 0 where the computation overflows, as for scale = 0
+/// @return density >= 0; 0 where the computation overflows, as for scale = 0; NaN and a NaN
+///         threshold are faults
 /// @accuracy 8e-14 relative over densities down to 1e-280
 VELA_API double ExponentialPdf(double x, double scale, double threshold);
 /// The same for n values.
@@ -34,11 +35,11 @@ VELA_API void ExponentialPdf(double* out, const double* x, std::size_t n, double
 /// @param scale      > 0
 /// @param threshold  finite
 /// @param upper      true: P(X > x); false: P(X <= x)
-/// @return probability in [0, 1]
+/// @return probability in [0, 1]; NaN and a NaN threshold are faults
 /// @throws std::runtime_error "float overflow" for a negative scale whose exponential overflows
-/// @accuracy upper tail 8e-14 relative; lower tail 1e-13, and 1e-9 where it is below 0.001 (it
-/// comes
-///           from the chi-square kernel there, because 1 - exp(-t) would lose its digits)
+/// @accuracy upper tail 8e-14 relative; lower tail 1e-13, and 1e-9 where it is below 0.001
+///           (there it comes from the chi-square kernel, because 1 - exp(-t) would lose its
+///           digits)
 VELA_API double ExponentialCdf(double x, double scale, double threshold, bool upper);
 /// The same for n values.
 VELA_API void ExponentialCdf(double* out, const double* x, std::size_t n, double scale,
@@ -52,6 +53,7 @@ VELA_API void ExponentialCdf(double* out, const double* x, std::size_t n, double
 /// @return the quantile; NaN for p = 1
 /// @throws std::invalid_argument "log of a negative argument" for p > 1 and for NaN
 /// @accuracy that of ln(1 - p): relative error about 1e-16 / p for small p
+/// @see Johnson, Kotz & Balakrishnan (1994), Continuous Univariate Distributions 1, ch. 19
 VELA_API double ExponentialInvCdf(double p, double scale, double threshold);
 /// The same for n values.
 VELA_API void ExponentialInvCdf(double* out, const double* p, std::size_t n, double scale,

@@ -43,6 +43,7 @@ VELA_API void GeometricCdf(double* out, const double* x, std::size_t n, double p
 /// @param probability  event probability, 0 < probability <= 1
 /// @return the quantile; for p = 0 the smallest outcome, for p = 1 NaN;
 ///         NaN for p outside [0, 1] and for invalid parameters, and where it exceeds 1e300
+/// @accuracy exact at every step of the cumulative function
 /// @see Johnson, Kotz & Kemp (1992), Univariate Discrete Distributions, ch. 5
 VELA_API double GeometricInvCdf(double p, double probability);
 /// The same for n values.

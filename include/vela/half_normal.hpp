@@ -38,6 +38,7 @@ VELA_API void HalfNormalPdf(double* out, const double* x, std::size_t n, double 
 /// @return probability in [0, 1]; NaN for invalid parameters and NaN
 /// @accuracy 3e-10 absolute; by its definition a small tail cancels, so that an upper tail of 4e-15
 ///           is good to 3 per cent
+/// @see Johnson, Kotz & Balakrishnan (1994), Continuous Univariate Distributions 1, ch. 13
 VELA_API double HalfNormalCdf(double x, double scale, double threshold, bool upper);
 /// The same for n values.
 VELA_API void HalfNormalCdf(double* out, const double* x, std::size_t n, double scale,

@@ -50,6 +50,7 @@ VELA_API void HypergeometricCdf(double* out, const double* x, std::size_t n, int
 /// @param sample      size of the sample, 0 to population
 /// @return the quantile; for p = 0 the smallest outcome, for p = 1 the largest;
 ///         NaN for p outside [0, 1] and for invalid parameters
+/// @accuracy exact at every step of the cumulative function
 /// @see Johnson, Kotz & Kemp (1992), Univariate Discrete Distributions, ch. 6
 VELA_API double HypergeometricInvCdf(double p, int population, int events, int sample);
 /// The same for n values.

@@ -32,6 +32,7 @@ VELA_API void IntegerUniformPdf(double* out, const double* x, std::size_t n, int
 /// @param upper     true: P(X > x); false: P(X <= x)
 /// @return probability in [0, 1]; NaN for invalid parameters and for NaN
 /// @accuracy one rounding
+/// @see Johnson, Kotz & Kemp (1992), Univariate Discrete Distributions, ch. 6
 VELA_API double IntegerUniformCdf(double x, int smallest, int largest, bool upper);
 /// The same for n values.
 VELA_API void IntegerUniformCdf(double* out, const double* x, std::size_t n, int smallest,

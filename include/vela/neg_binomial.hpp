@@ -34,7 +34,7 @@ VELA_API void NegBinomialPdf(double* out, const double* x, std::size_t n, double
 /// @param upper        true: P(X > x); false: P(X <= x)
 /// @return probability in [0, 1]; NaN for invalid parameters and for NaN
 /// @accuracy 3e-14 relative in either tail down to 1e-280, measured over 1e-3 to 1e6 events; NaN
-/// for fewer than 1e-150 events or where x exceeds 1e149 and no tail is negligible
+///           for fewer than 1e-150 events or where x exceeds 1e149 and no tail is negligible
 VELA_API double NegBinomialCdf(double x, double probability, double events, bool upper);
 /// The same for n values.
 VELA_API void NegBinomialCdf(double* out, const double* x, std::size_t n, double probability,
@@ -48,6 +48,7 @@ VELA_API void NegBinomialCdf(double* out, const double* x, std::size_t n, double
 /// @param events       number of events, 0 < events < 1e149, need not be whole
 /// @return the quantile; for p = 0 the smallest outcome, for p = 1 NaN;
 ///         NaN for p outside [0, 1] and for invalid parameters, and where it exceeds 1e149
+/// @accuracy exact at every step of the cumulative function
 /// @see Johnson, Kotz & Kemp (1992), Univariate Discrete Distributions, ch. 5
 VELA_API double NegBinomialInvCdf(double p, double probability, double events);
 /// The same for n values.

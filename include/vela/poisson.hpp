@@ -29,7 +29,8 @@ VELA_API void PoissonPdf(double* out, const double* x, std::size_t n, double mea
 /// @param upper  true: P(X > x); false: P(X <= x)
 /// @return probability in [0, 1]; NaN for invalid parameters and for NaN
 /// @accuracy 2e-14 relative in either tail for x and means up to 400; beyond, 1e-9 in the smaller
-/// tail, that of the incomplete gamma function; NaN beyond x = 94906264 where no tail is negligible
+///           tail, that of the incomplete gamma function; NaN beyond x = 94906264 where no tail is
+///           negligible
 VELA_API double PoissonCdf(double x, double mean, bool upper);
 /// The same for n values.
 VELA_API void PoissonCdf(double* out, const double* x, std::size_t n, double mean, bool upper);
@@ -41,6 +42,7 @@ VELA_API void PoissonCdf(double* out, const double* x, std::size_t n, double mea
 /// @param mean  finite, >= 0
 /// @return the quantile; for p = 0 the smallest outcome, for p = 1 NaN;
 ///         NaN for p outside [0, 1] and for invalid parameters, and where it exceeds 94906264
+/// @accuracy exact at every step of the cumulative function
 /// @see Johnson, Kotz & Kemp (1992), Univariate Discrete Distributions, ch. 4
 VELA_API double PoissonInvCdf(double p, double mean);
 /// The same for n values.

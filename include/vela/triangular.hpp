@@ -40,6 +40,7 @@ VELA_API void TriangularPdf(double* out, const double* x, std::size_t n, double 
 /// @return probability in [0, 1]; NaN for invalid parameters and NaN
 /// @accuracy 1e-15 relative below the mode, 1e-15 absolute above it (lower tail; the upper tail the
 ///           other way round)
+/// @see Johnson, Kotz & Balakrishnan (1995), Continuous Univariate Distributions 2, ch. 26
 VELA_API double TriangularCdf(double x, double minimum, double mode, double maximum, bool upper);
 /// The same for n values.
 VELA_API void TriangularCdf(double* out, const double* x, std::size_t n, double minimum,

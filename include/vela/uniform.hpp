@@ -34,8 +34,10 @@ VELA_API void UniformPdf(double* out, const double* x, std::size_t n, double min
 /// @param maximum  > minimum
 /// @param upper    true: P(X > x); false: P(X <= x)
 /// @return probability in [0, 1]; the comparison with the minimum comes first, so that x = minimum
-///         = maximum gives 0 (lower tail) and 1 (upper tail)
+///         = maximum gives 0 (lower tail) and 1 (upper tail). NaN for NaN and for a NaN minimum;
+///         other invalid parameters give what the comparisons give
 /// @accuracy 1e-15 relative, given the difference to the end point
+/// @see Johnson, Kotz & Balakrishnan (1995), Continuous Univariate Distributions 2, ch. 26
 VELA_API double UniformCdf(double x, double minimum, double maximum, bool upper);
 /// The same for n values.
 VELA_API void UniformCdf(double* out, const double* x, std::size_t n, double minimum,
@@ -47,7 +49,7 @@ VELA_API void UniformCdf(double* out, const double* x, std::size_t n, double min
 /// @param minimum  finite
 /// @param maximum  > minimum
 /// @return the quantile: exactly the minimum for p = 0 and the maximum for p = 1; a p outside [0,
-///         1] extrapolates
+///         1] extrapolates. Invalid parameters give what the formula gives
 /// @accuracy 1e-16 of the larger end point
 VELA_API double UniformInvCdf(double p, double minimum, double maximum);
 /// The same for n values.

@@ -1,8 +1,10 @@
 #include "conventions/fp_environment.hpp"
 
+#include "conventions/fault.hpp"
 #include "vela/floating_point.hpp"
 
 #include <mutex>
+#include <stdexcept>
 
 namespace vela {
 namespace {
@@ -51,19 +53,20 @@ void fp_fault_translator(unsigned code) {
     switch (code) {
         case kFloatDivideByZero:
             SetKroFpuStates();
-            throw std::runtime_error("Float exception: divide by zero.");
+            throw Fault<std::runtime_error>("Float exception: divide by zero.");
         case kFloatInvalidOperation:
             SetKroFpuStates();
-            throw std::invalid_argument("Float exception: invalid_argument.");
+            throw Fault<std::invalid_argument>("Float exception: invalid_argument.");
         case kFloatOverflow:
             SetKroFpuStates();
-            throw std::overflow_error("Float exception: overflow.");
+            throw Fault<std::overflow_error>("Float exception: overflow.");
         case kMultipleFloatFaults:
         case kMultipleFloatTraps:
             SetKroFpuStates();
-            throw std::runtime_error("Runtime exception: multiple floating point faults/traps.");
+            throw Fault<std::runtime_error>(
+                "Runtime exception: multiple floating point faults/traps.");
         case kIntegerDivideByZero:
-            throw std::runtime_error("Runtime exception: integer division by zero.");
+            throw Fault<std::runtime_error>("Runtime exception: integer division by zero.");
         default: return;
     }
 }

@@ -1,5 +1,6 @@
 #include "kernels/guarded.hpp"
 
+#include "conventions/fault.hpp"
 #include "kernels/fuzzy_compare.hpp"
 
 #include <cmath>
@@ -9,11 +10,11 @@ namespace vela::kernels {
 
 const double exp_overflow_bound = std::nextafter(std::log(1.7976931348623157e308), 0.0);
 
-void throw_float_overflow() { throw std::runtime_error("float overflow"); }
+void throw_float_overflow() { throw conventions::Fault<std::runtime_error>("float overflow"); }
 
 double safe_sqrt(double x) {
     if (!std::isgreaterequal(x, 0.0)) {  // quiet: NaN has its own message
-        throw std::invalid_argument("sqrt of a negative argument");
+        throw conventions::Fault<std::invalid_argument>("sqrt of a negative argument");
     }
     return std::sqrt(x);
 }
@@ -30,7 +31,7 @@ double safe_log(double x) {
         throw_float_overflow();
     }
     if (!std::isgreater(x, 0.0)) {
-        throw std::invalid_argument("log of a negative argument");
+        throw conventions::Fault<std::invalid_argument>("log of a negative argument");
     }
     return std::log(x);
 }
@@ -58,13 +59,14 @@ double safe_pow(double x, double y) {
     if (x < 0.0) {
         const double rounded = std::round(y);
         if (rounded != y && fuzzy_compare(y, rounded, 0.0) != 0) {
-            throw std::invalid_argument("negative number raised to a noninteger power");
+            throw conventions::Fault<std::invalid_argument>(
+                "negative number raised to a noninteger power");
         }
         return bounded_pow(x, rounded, std::log(-x));
     }
     if (x == 0.0) {
         if (y < 0.0) {
-            throw std::invalid_argument("zero raised to a negative power");
+            throw conventions::Fault<std::invalid_argument>("zero raised to a negative power");
         }
         return y == 0.0 ? 1.0 : 0.0;
     }

@@ -27,7 +27,7 @@ double safe_log(double x);
 /// integer counts as that integer.
 /// @throws std::runtime_error "float overflow"
 /// @throws std::invalid_argument "negative number raised to a noninteger power", "zero raised to a
-/// negative power"
+///         negative power"
 double safe_pow(double x, double y);
 
 }  // namespace vela::kernels

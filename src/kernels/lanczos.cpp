@@ -1,5 +1,6 @@
 #include "kernels/lanczos.hpp"
 
+#include "conventions/fault.hpp"
 #include "conventions/quiet_nan.hpp"
 
 #include <cmath>
@@ -27,10 +28,10 @@ double lanczos_sum(double x) {
 
 double safe_lgamma(double x) {
     if (x <= 0.0) {
-        throw std::invalid_argument("gamma of a nonpositive argument");
+        throw conventions::Fault<std::invalid_argument>("gamma of a nonpositive argument");
     }
     if (x + 7.0 <= 7.0) {
-        throw std::invalid_argument("gamma of a value too close to 0");
+        throw conventions::Fault<std::invalid_argument>("gamma of a value too close to 0");
     }
     return lanczos_sum(x);
 }

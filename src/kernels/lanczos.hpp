@@ -7,7 +7,7 @@ namespace vela::kernels {
 
 /// ln Gamma(x); exactly 0 at 1 and 2.
 /// @throws std::invalid_argument "gamma of a nonpositive argument" for x <= 0, "gamma of a value
-/// too close to 0" where x + 7 == 7
+///         too close to 0" where x + 7 == 7
 double safe_lgamma(double x);
 
 /// The same sum with a quiet NaN in place of the exceptions.

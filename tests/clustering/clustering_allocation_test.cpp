@@ -44,6 +44,23 @@ bool makes_and_deletes(int failing, Make make) {
     }
 }
 
+template <class T>
+void containers_propagate_bad_alloc() {
+    const T values[2] = {};
+    const std::function<bool(int)> calls[] = {
+        [&](int n) { return makes_and_deletes(n, [&] { return MakeVector(values, 2); }); },
+        [&](int n) { return makes_and_deletes(n, [&] { return MakeVectorOver(values, 2); }); },
+        [&](int n) {
+            return makes_and_deletes(n, [&] { return MakeRectangularArray(values, 1, 2); });
+        },
+        [&](int n) {
+            return makes_and_deletes(n, [&] { return MakeRectangularArrayOver(values, 1, 2); });
+        }};
+    for (const auto& call : calls) {
+        EXPECT_GT(fail_each_allocation("containers", call), 0);
+    }
+}
+
 TEST(ClusteringAllocation, BadAllocPropagatesAndLeaksNothing) {
     DistanceMatrix ties;
     ties.Init(20, 1.0);
@@ -71,7 +88,6 @@ TEST(ClusteringAllocation, BadAllocPropagatesAndLeaksNothing) {
     }
     const ClusterStep steps[] = {{0.0, 1.0, 0, 1, 2}};
     const std::unique_ptr<IReadableVector<ClusterStep>> vector(MakeVectorOver(steps, 1));
-    const double values[] = {1.0, 2.0};
     const std::function<bool(int)> calls[] = {
         [&](int n) {
             return makes_and_deletes(n, [&] { return FindMembersWithCut(*vector, 1.0); });
@@ -79,14 +95,16 @@ TEST(ClusteringAllocation, BadAllocPropagatesAndLeaksNothing) {
         [&](int n) {
             return makes_and_deletes(n, [&] { return FindMembersWithNumber(*vector, 1); });
         },
-        [&](int n) { return makes_and_deletes(n, [&] { return MakeVector(values, 2); }); },
         [&](int n) {
-            return makes_and_deletes(n, [&] { return MakeRectangularArray(values, 1, 2); });
-        },
-        [&](int n) { return makes_and_deletes(n, [&] { return MakeVectorOver(values, 2); }); }};
+            return makes_and_deletes(
+                n, [&] { return std::make_unique<DistanceMatrix>(ties).release(); });
+        }};
     for (const auto& call : calls) {
-        EXPECT_GT(fail_each_allocation("members and containers", call), 0);
+        EXPECT_GT(fail_each_allocation("members and copies", call), 0);
     }
+    containers_propagate_bad_alloc<double>();
+    containers_propagate_bad_alloc<int>();
+    containers_propagate_bad_alloc<ClusterStep>();
 }
 
 TEST(ClusteringAllocation, CodesReportItAndArgumentsAreAsTheyWere) {
@@ -96,9 +114,12 @@ TEST(ClusteringAllocation, CodesReportItAndArgumentsAreAsTheyWere) {
     const Call calls[] = {
         [](DistanceMatrix& matrix) { return matrix.Init(10, 1.0); },
         [&](DistanceMatrix& matrix) {
+            return CreateForClusterObservations(matrix, *table, DistanceEnums::Euclidean);
+        },
+        [&](DistanceMatrix& matrix) {
             return CreateForClusterObservations(matrix, *table, DistanceEnums::Pearson);
         },
-        [&](DistanceMatrix& matrix) { return CreateForClusterVariables(matrix, *table, false); }};
+        [&](DistanceMatrix& matrix) { return CreateForClusterVariables(matrix, *table, true); }};
     for (const Call& call : calls) {
         EXPECT_GT(fail_each_allocation("codes",
                                        [&](int failing) {

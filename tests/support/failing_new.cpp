@@ -10,14 +10,17 @@ namespace {
 constexpr int kNever = std::numeric_limits<int>::max();
 thread_local int allocationsLeft = kNever;
 thread_local long liveAllocations = 0;
+thread_local long allocationsMade = 0;
 
 }  // namespace
 
 FailingNew::FailingNew(int failing) { allocationsLeft = failing; }
 FailingNew::~FailingNew() { allocationsLeft = kNever; }
 long live_allocations() { return liveAllocations; }
+long allocations_made() { return allocationsMade; }
 
 static void* allocate(std::size_t size) {
+    ++allocationsMade;
     if (allocationsLeft != kNever && allocationsLeft-- <= 0) {
         allocationsLeft = 0;
         return nullptr;

@@ -16,6 +16,9 @@ public:
 /// Allocations of this thread that have not been released.
 long live_allocations();
 
+/// Allocations of this thread so far.
+long allocations_made();
+
 }  // namespace vela::test
 
 #endif

@@ -55,6 +55,8 @@ struct VELA_API MannWhitney {
 /// @param alternative  about the location of x less the location of y
 /// @return 0; 30001 when memory could not be allocated and 30023 when a sample is empty or all its
 ///         values are equal, both with every result NaN. Nothing is thrown.
+/// @accuracy estimate and limits are exact; the achieved confidence and the P-values are
+///           those of the normal distribution to 1e-9
 /// @see Hollander, Wolfe & Chicken (2014), Nonparametric Statistical Methods, 3rd ed., ch. 4
 VELA_API int RunKroMannWhitney(MannWhitney* record, const double* x, const double* y,
                                double confidence, IntervalType type,

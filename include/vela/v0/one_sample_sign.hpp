@@ -89,6 +89,7 @@ VELA_API int RunOneSampleSign(OneSampleSign* record, const double* x, double con
 /// @accuracy relative error of its confidences and P-values 1e-10
 VELA_API int RunKroOneSampleSign(OneSampleSign* record, const double* x, double confidence,
                                  IntervalType type);
+/// The same with the test.
 VELA_API int RunKroOneSampleSign(OneSampleSign* record, const double* x, double confidence,
                                  IntervalType type, AlternativeHypothesis alternative,
                                  double hypothesizedMedian);

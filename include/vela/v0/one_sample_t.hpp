@@ -40,6 +40,8 @@ struct VELA_API OneSampleT {
 /// @param record      in: mean, stDev, count; out: seMean, lower, upper
 /// @param confidence  fraction in (0, 1), such as 0.95
 /// @param type        which ends the interval has
+/// @accuracy given the estimate and its standard error, that of TInvCdf() for the ends and
+///           of TPValue() for the P-value
 /// @see Student (1908), The probable error of a mean, Biometrika 6
 VELA_API int RunOneSampleT(OneSampleT* record, double confidence, IntervalType type);
 

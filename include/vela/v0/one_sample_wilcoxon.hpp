@@ -47,6 +47,8 @@ struct VELA_API OneSampleWilcoxon {
 /// @param x           record->count observations; may be null when count is 0
 /// @param confidence  fraction in (0, 1), such as 0.95
 /// @param type        which limits the interval has; the other one is infinite
+/// @accuracy estimate and limits are exact; the achieved confidence and the P-value are
+///           those of the normal distribution to 1e-9
 /// @see Hollander, Wolfe & Chicken (2014), Nonparametric Statistical Methods, 3rd ed., ch. 3
 VELA_API int RunKroOneSampleWilcoxon(OneSampleWilcoxon* record, const double* x, double confidence,
                                      IntervalType type);

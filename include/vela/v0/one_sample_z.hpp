@@ -40,6 +40,8 @@ struct VELA_API OneSampleZ {
 /// @param sigma       known standard deviation of one observation, >= 0
 /// @param confidence  fraction in (0, 1), such as 0.95
 /// @param type        which ends the interval has
+/// @accuracy given the estimate and its standard error, that of NormalInvCdf() for the ends
+///           and of NormalPValue() for the P-value
 VELA_API int RunOneSampleZ(OneSampleZ* record, double sigma, double confidence, IntervalType type);
 
 /// The same with the test of hypothesizedValue; also writes statistic and pValue.

@@ -46,6 +46,9 @@ struct VELA_API PairedT {
 /// @param record      in: meanDiff, stDevDiff, count; out: seMeanDiff, lower, upper
 /// @param confidence  fraction in (0, 1), such as 0.95
 /// @param type        which ends the interval has
+/// @accuracy given the estimate and its standard error, that of TInvCdf() for the ends and
+///           of TPValue() for the P-value
+/// @see Student (1908), The probable error of a mean, Biometrika 6
 VELA_API int RunPairedT(PairedT* record, double confidence, IntervalType type);
 
 /// The same with the test of hypothesizedValue; also writes statistic and pValue.

@@ -52,6 +52,8 @@ struct VELA_API TwoSampleT {
 ///                    Satterthwaite degrees of freedom rounded down
 /// @param confidence  fraction in (0, 1), such as 0.95
 /// @param type        which ends the interval has
+/// @accuracy given the estimate and its standard error, that of TInvCdf() for the ends and
+///           of TPValue() for the P-value
 /// @see Welch (1947), The generalization of Student's problem when several different population
 ///      variances are involved, Biometrika 34
 VELA_API int RunTwoSampleT(TwoSampleT* record, bool pooled, double confidence, IntervalType type);

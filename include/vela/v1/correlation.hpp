@@ -34,6 +34,7 @@ VELA_API double GetPearsonCorrelation(const double* x, const double* y, unsigned
 /// @param status  receives 0, or 30001 when a working array cannot be allocated; unwritten when the
 ///                ranking of GetRank() fails
 /// @return r in [-1, 1]; NaN as for GetPearsonCorrelation(), and on failure
+/// @accuracy that of GetPearsonCorrelation() of the ranks, which are exact
 /// @see Spearman (1904), The proof and measurement of association between two things, American
 ///      Journal of Psychology 15
 VELA_API double GetSpearmanCorrelation(const double* x, const double* y, unsigned int n,

