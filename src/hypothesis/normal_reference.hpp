@@ -31,18 +31,20 @@ struct NormalReference {
     }
 };
 
-/// What is added to a discrete statistic before a normal distribution approximates it: half a step
-/// toward the mean, and for the two-sided alternative never beyond it.
-inline double continuity_correction(double statistic, double mean,
-                                    AlternativeHypothesis alternative) {
+/// How far a discrete statistic lies from its mean for a normal distribution that approximates it,
+/// corrected for continuity: by half a step against the alternative, and toward the mean but never
+/// beyond it for the two-sided one.
+inline double corrected_distance(double statistic, double mean, AlternativeHypothesis alternative) {
+    double correction = 0.0;
     switch (alternative) {
-        case AlternativeHypothesis::LessThan: return 0.5;
-        case AlternativeHypothesis::GreaterThan: return -0.5;
+        case AlternativeHypothesis::LessThan: correction = 0.5; break;
+        case AlternativeHypothesis::GreaterThan: correction = -0.5; break;
         case AlternativeHypothesis::NotEqual:
-            return statistic <= mean ? std::min(mean - statistic, 0.5)
-                                     : -std::min(statistic - mean, 0.5);
+            correction = statistic <= mean ? std::min(mean - statistic, 0.5)
+                                           : -std::min(statistic - mean, 0.5);
+            break;
     }
-    return 0.0;
+    return statistic + correction - mean;
 }
 
 }  // namespace vela::hypothesis

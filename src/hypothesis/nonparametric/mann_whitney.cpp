@@ -4,6 +4,7 @@
 #include "conventions/status.hpp"
 #include "descriptive/ordering.hpp"
 #include "descriptive/quantiles.hpp"
+#include "hypothesis/nonparametric/clear_results.hpp"
 #include "hypothesis/nonparametric/pairwise_selection.hpp"
 #include "hypothesis/nonparametric/rank_interval.hpp"
 #include "hypothesis/normal_reference.hpp"
@@ -24,10 +25,6 @@ bool is_constant(const SortedCopy& sample) {
     return sample.size() == 0 || sample(1) == sample(sample.size());
 }
 
-bool is_finite(const SortedCopy& sample) {
-    return std::isfinite(sample(1)) && std::isfinite(sample(sample.size()));
-}
-
 /// False when memory could not be allocated.
 bool write_interval(MannWhitney* record, const SortedCopy& x, const SortedCopy& y,
                     double confidence, IntervalType type) {
@@ -37,7 +34,7 @@ bool write_interval(MannWhitney* record, const SortedCopy& x, const SortedCopy& 
     const auto interval = hypothesis::make_rank_interval(
         size, deviation, confidence, type,
         [](double position) { return position <= 0.5 ? 0.0 : std::floor(position - 0.5); });
-    if (is_finite(x) && is_finite(y)) {
+    if (hypothesis::all_finite(x) && hypothesis::all_finite(y)) {
         const hypothesis::Differences differences(x, y);
         ValueRanges values;
         if (!differences || !select_sums(differences.sums(), interval.ranks, values)) {
@@ -95,9 +92,7 @@ void write_test(MannWhitney* record, const SortedCopy& x, const SortedCopy& y,
     const auto [greater, equal, ties] = compare(x, y);
     const double mean = (total + 1.0) * n1 / 2.0;
     record->statistic = n1 * (n1 + 1.0) / 2.0 + equal / 2.0 + greater;
-    const double distance =
-        record->statistic +
-        hypothesis::continuity_correction(record->statistic, mean, alternative) - mean;
+    const double distance = hypothesis::corrected_distance(record->statistic, mean, alternative);
     const NormalReference normal;
     record->pValue = normal.p_value(distance / std::sqrt(n2 * mean / 6.0), alternative);
     const double tiedMean = mean - n1 * ties / (2.0 * total * (total - 1.0));
@@ -110,13 +105,9 @@ void write_test(MannWhitney* record, const SortedCopy& x, const SortedCopy& y,
 int RunKroMannWhitney(MannWhitney* record, const double* x, const double* y, double confidence,
                       IntervalType type, AlternativeHypothesis alternative) {
     const QuietArithmetic quiet;
-    const std::uint32_t n1 = record->count1;
-    const std::uint32_t n2 = record->count2;
-    *record = MannWhitney();
-    record->count1 = n1;
-    record->count2 = n2;
-    const SortedCopy sample1(x, n1);
-    const SortedCopy sample2(y, n2);
+    hypothesis::clear_results(record, &MannWhitney::count1, &MannWhitney::count2);
+    const SortedCopy sample1(x, record->count1);
+    const SortedCopy sample2(y, record->count2);
     if (!sample1 || !sample2) {
         return conventions::kOutOfMemory;
     }
@@ -126,8 +117,8 @@ int RunKroMannWhitney(MannWhitney* record, const double* x, const double* y, dou
     if (!write_interval(record, sample1, sample2, confidence, type)) {
         return conventions::kOutOfMemory;
     }
-    record->median1 = descriptive::median_position(n1).value_in(sample1);
-    record->median2 = descriptive::median_position(n2).value_in(sample2);
+    record->median1 = descriptive::median_position(record->count1).value_in(sample1);
+    record->median2 = descriptive::median_position(record->count2).value_in(sample2);
     write_test(record, sample1, sample2, alternative);
     return conventions::kSuccess;
 }

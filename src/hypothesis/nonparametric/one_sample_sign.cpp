@@ -5,6 +5,7 @@
 #include "descriptive/median_interval.hpp"
 #include "descriptive/ordering.hpp"
 #include "distributions/discrete_p_values.hpp"
+#include "hypothesis/nonparametric/clear_results.hpp"
 #include "hypothesis/normal_reference.hpp"
 
 #include <cmath>
@@ -91,14 +92,13 @@ void open_one_end(OneSampleSign* record, const MedianInterval& interval, Interva
 /// Everything but the test.
 int write_intervals(OneSampleSign* record, const double* x, double confidence, IntervalType type,
                     SignDistribution distribution) {
-    const std::uint32_t n = record->count;
-    *record = OneSampleSign();
-    record->count = n;
+    hypothesis::clear_results(record, &OneSampleSign::count);
     if (!is_valid(type)) {
         return conventions::kInvalidIntervalType;
     }
     const double twoSidedConfidence =
         type == IntervalType::TwoSided ? confidence : 1.0 - 2.0 * (1.0 - confidence);
+    const std::uint32_t n = record->count;
     const MedianInterval interval =
         descriptive::make_median_interval(n, twoSidedConfidence, distribution);
     const descriptive::QuantilePosition median = descriptive::median_position(n);
@@ -126,9 +126,8 @@ double sign_p_value(double above, std::uint32_t trials, SignDistribution distrib
         return 1.0;
     }
     if (distribution == SignDistribution::kNormal) {
-        const double mean = trials / 2.0;
-        const double correction = hypothesis::continuity_correction(above, mean, alternative);
-        const double z = (above + correction - mean) / std::sqrt(trials / 4.0);
+        const double distance = hypothesis::corrected_distance(above, trials / 2.0, alternative);
+        const double z = distance / std::sqrt(trials / 4.0);
         return hypothesis::NormalReference().p_value(z, alternative);
     }
     if (trials > std::uint32_t{std::numeric_limits<int>::max()}) {

@@ -3,6 +3,7 @@
 #include "conventions/fp_environment.hpp"
 #include "conventions/status.hpp"
 #include "descriptive/ordering.hpp"
+#include "hypothesis/nonparametric/clear_results.hpp"
 #include "hypothesis/nonparametric/pairwise_selection.hpp"
 #include "hypothesis/nonparametric/rank_interval.hpp"
 #include "hypothesis/normal_reference.hpp"
@@ -35,9 +36,7 @@ public:
         }
     }
 
-    bool is_usable() const {
-        return size() > 0 && std::isfinite(m_sorted(1)) && std::isfinite(m_sorted(size()));
-    }
+    bool is_usable() const { return size() > 0 && hypothesis::all_finite(m_sorted); }
     const double* begin() const { return m_sorted.values(); }
     const double* end() const { return begin() + size(); }
     std::uint32_t size() const { return m_sorted.size(); }
@@ -142,17 +141,9 @@ void write_statistic(OneSampleWilcoxon* record, const Sample& sample, double med
 void write_p_value(OneSampleWilcoxon* record, AlternativeHypothesis alternative) {
     const double n = record->count;
     const double mean = n * (n + 1.0) / 4.0;
-    const double distance =
-        record->statistic +
-        hypothesis::continuity_correction(record->statistic, mean, alternative) - mean;
+    const double distance = hypothesis::corrected_distance(record->statistic, mean, alternative);
     // No correction of the variance for ties.
     record->pValue = NormalReference{}.p_value(distance / deviation(n), alternative);
-}
-
-void clear(OneSampleWilcoxon* record) {
-    const std::uint32_t count = record->count;
-    *record = OneSampleWilcoxon();
-    record->count = count;
 }
 
 }  // namespace
@@ -160,7 +151,7 @@ void clear(OneSampleWilcoxon* record) {
 int RunKroOneSampleWilcoxon(OneSampleWilcoxon* record, const double* x, double confidence,
                             IntervalType type) {
     const QuietArithmetic quiet;
-    clear(record);
+    hypothesis::clear_results(record, &OneSampleWilcoxon::count);
     const Sample sample(x, record->count);
     if (sample.is_usable()) {
         write_interval(record, sample, confidence, type);
@@ -172,7 +163,7 @@ int RunKroOneSampleWilcoxon(OneSampleWilcoxon* record, const double* x, double c
                             IntervalType type, AlternativeHypothesis alternative,
                             double hypothesizedMedian) {
     const QuietArithmetic quiet;
-    clear(record);
+    hypothesis::clear_results(record, &OneSampleWilcoxon::count);
     const Sample sample(x, record->count);
     if (sample.is_usable()) {
         write_interval(record, sample, confidence, type);

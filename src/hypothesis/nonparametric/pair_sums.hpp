@@ -4,6 +4,7 @@
 #include "descriptive/ordering.hpp"
 
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 
@@ -11,6 +12,11 @@
 /// doubled, and the differences between two samples. They are never formed as a whole; a walk along
 /// a threshold takes as many steps as there are rows and columns.
 namespace vela::hypothesis {
+
+/// Whether sums of it with finite values may be formed; of a sample that is not empty.
+inline bool all_finite(const descriptive::SortedCopy& sample) {
+    return std::isfinite(sample(1)) && std::isfinite(sample(sample.size()));
+}
 
 /// A view of the sums rows[i] + columns[j] of finite values: of one sample with itself for i <= j,
 /// a triangle, or of every pair, a rectangle. A sum that overflows is an infinity.

@@ -34,6 +34,7 @@ constexpr double kRatio = 4.0;
 // Columns are thinned out more than rows, by the golden ratio: where a threshold runs parallel to
 // the anti-diagonals, as for symmetric samples, it would else cut every block in the same way.
 constexpr double kGolden = 1.6180339887498949;
+constexpr std::uint64_t kGoldenTurn = 0x9E3779B97F4A7C15;  // 2^64 (kGolden - 1)
 // A table of at most this many sums needs no coarser one.
 constexpr std::uint64_t kFewSums = 512;
 // A side of a table is not made shorter than this.
@@ -81,31 +82,42 @@ Band band_between(double first, double last) {
     return high - low > 1 ? Band{low, image_before(high)} : Band{image_before(low), low};
 }
 
-/// The sums of a band, or, when they are too many, every stride-th of them, in the order of the
-/// anti-diagonals, so that they cover the band evenly.
+/// The sums of a band in the order of the anti-diagonals, or, when they are too many, one out of
+/// every `stride` of them, so that they cover the band evenly. Which one changes by the golden
+/// ratio: an anti-diagonal often meets the same rows as the one before, and where one summand rules
+/// the sum, a fixed place would see only some of these rows, with all their sums.
 struct Collected {
     double* values;
     std::size_t capacity;
     std::size_t size = 0;
     std::uint64_t stride = 1;
-    std::uint64_t skip = 0;  // sums of the band before the next one to be taken
+    std::uint64_t place = 0;  // of the one to be taken among its stride
+    std::uint64_t skip = 0;   // sums of the band before it
+    std::uint64_t turn = 0;   // in units of 2^-64
 
     void add(const AntiDiagonal& diagonal, std::uint64_t first, std::uint64_t end) {
         std::uint64_t row = first + skip;
-        for (; row < end; row += stride) {
+        while (row < end) {
             if (size == capacity) {
                 thin_out();
             }
             values[size++] = diagonal[row];
+            row += stride - place;
+            place = next_place(stride);
+            row += place;
         }
         skip = row - end;
     }
     void thin_out() {
         size = capacity / 2;
         for (std::size_t i = 0; i < size; ++i) {
-            values[i] = values[2 * i];
+            values[i] = values[2 * i + next_place(2)];
         }
         stride *= 2;
+    }
+    std::uint64_t next_place(std::uint64_t places) {
+        turn += kGoldenTurn;
+        return (turn >> 32U) * places >> 32U;
     }
     bool is_complete() const { return stride == 1; }
 

@@ -75,6 +75,16 @@ TEST(OneSampleSign, HasPValueOneWhenAllEqualTheMedianAlsoByNormalApproximation) 
     EXPECT_EQ(sign.equal, 51.0);
 }
 
+TEST(OneSampleSign, NormalDepthStaysInTheSampleAndItsMiddleIsExact) {
+    const std::vector<double> x(51, 3.0);
+    OneSampleSign sign = stale_record(51);
+    EXPECT_EQ(RunKroOneSampleSign(&sign, x.data(), 1.0 - 1e-14, IntervalType::TwoSided), 10001)
+        << "the depth is -1 before it is cut";
+    EXPECT_EQ(sign.innerLower, 3.0);
+    EXPECT_EQ(RunKroOneSampleSign(&sign, x.data(), 0.5, IntervalType::LowerBound), 10002);
+    EXPECT_EQ(sign.outerConfidence, 0.5);
+}
+
 TEST(OneSampleSign, TakesAnyDataInWhateverStateTheHostLeft) {
     on_thread(Registration::kRegistered, [] {
         SetKroFpuStates();

@@ -263,5 +263,25 @@ TEST(RankIntervals, AnswerHostileInput) {
     }
 }
 
+TEST(RankIntervals, LeaveTheTailWholeForAnUnknownType) {
+    const Values x = {3.0, -1.0, 4.0, 1.0, 5.0, 9.0};
+    OneSampleWilcoxon lower;
+    OneSampleWilcoxon unknown;
+    lower.count = unknown.count = size(x);
+    RunKroOneSampleWilcoxon(&lower, x.data(), 0.9, IntervalType::LowerBound);
+    RunKroOneSampleWilcoxon(&unknown, x.data(), 0.9, static_cast<IntervalType>(2));
+    EXPECT_EQ(unknown.achievedConfidence, lower.achievedConfidence);
+}
+
+TEST(OneSampleWilcoxon, TiesAtTheToleranceBelongToPairsButNotToObservations) {
+    const Values x = {-16.0, 8.0, 24.0, 0x1p52};  // the tolerance is 8
+    OneSampleWilcoxon test;
+    test.count = size(x);
+    RunKroOneSampleWilcoxon(&test, x.data(), 0.9, IntervalType::TwoSided,
+                            AlternativeHypothesis::NotEqual, 0.0);
+    EXPECT_EQ(test.count, 4U);
+    EXPECT_EQ(test.statistic, 8.0) << "7 sums above 8, one at 8 and one at -8";
+}
+
 }  // namespace
 }  // namespace vela::test
