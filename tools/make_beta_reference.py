@@ -68,17 +68,21 @@ def shapes(rng):
     yield from [(3.5, 27.0), (45.5, 14.5), (22.0, 38.5), (7.0, 0.2), (130.0, 300.0), (150.0, 320.0)]
 
 
+def print_row(x, y, a, b):
+    lower, upper = tails(x, y, a, b)
+    if min(mpmath.log(lower), mpmath.log(upper)) > SMALLEST_LOG:
+        print(f"{x!r},{y!r},{a!r},{b!r},{mpmath.nstr(lower, 20)},{mpmath.nstr(upper, 20)}")
+
+
 def main():
     print(f"# mpmath {mpmath.__version__} at {mpmath.mp.dps} digits: {sys.argv[0].split('/')[-1]}")
     print("# x,y,a,b,lower,upper (the smaller of x and y is exact, the other 1 minus it)")
     rng = random.Random(1992)
     for a, b in shapes(rng):
         for x, y in points(rng, a, b):
-            if not (0 < x < 1 and 0 < y < 1):
-                continue
-            lower, upper = tails(x, y, a, b)
-            if min(mpmath.log(lower), mpmath.log(upper)) > SMALLEST_LOG:
-                print(f"{x!r},{y!r},{a!r},{b!r},{mpmath.nstr(lower, 20)},{mpmath.nstr(upper, 20)}")
+            if 0 < x < 1 and 0 < y < 1:
+                print_row(x, y, a, b)
+    print_row(4.185e-321, 1.0, 0.366, 76.0)  # a denormal product would lose digits here
 
 
 if __name__ == "__main__":

@@ -44,8 +44,8 @@ VELA_API void BinomialCdf(double* out, const double* x, std::size_t n, double tr
 /// @param p            lower-tail probability in [0, 1]; ::MissingValue gives NaN
 /// @param trials       number of trials >= 0
 /// @param probability  event probability in [0, 1]
-/// @return the quantile; for p = 0 the smallest outcome, for p = 1 the number of trials;
-///         NaN for p outside [0, 1] and for invalid parameters
+/// @return the quantile; for p = 0 the smallest outcome, for p = 1 the largest (of positive
+///         probability); NaN for p outside [0, 1] and for invalid parameters
 /// @accuracy exact at every step of the cumulative function
 /// @see Johnson, Kotz & Kemp (1992), Univariate Discrete Distributions, ch. 3
 VELA_API double BinomialInvCdf(double p, int trials, double probability);

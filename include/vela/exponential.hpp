@@ -20,8 +20,8 @@ namespace vela {
 /// @param x          evaluation point; ::MissingValue is an ordinary number here
 /// @param scale      > 0
 /// @param threshold  finite
-/// @return density >= 0; 0 where the computation overflows, as for scale = 0; NaN and a NaN
-///         threshold are faults
+/// @return density >= 0; 0 where the computation overflows; NaN for a scale that is not positive
+///         and for a NaN threshold; NaN as x is a fault
 /// @accuracy 8e-14 relative over densities down to 1e-280
 VELA_API double ExponentialPdf(double x, double scale, double threshold);
 /// The same for n values.
@@ -47,7 +47,7 @@ VELA_API void ExponentialCdf(double* out, const double* x, std::size_t n, double
 
 /// Quantile of the exponential distribution, threshold - ln(1 - p) scale.
 ///
-/// @param p          lower-tail probability in [0, 1); ::MissingValue gives NaN
+/// @param p          lower-tail probability in [0, 1); ::MissingValue is an ordinary number here
 /// @param scale      > 0
 /// @param threshold  finite
 /// @return the quantile; NaN for p = 1

@@ -35,7 +35,8 @@ VELA_API void HalfNormalPdf(double* out, const double* x, std::size_t n, double 
 /// @param scale      > 0, unit of x
 /// @param threshold  finite, unit of x
 /// @param upper      true: P(X > x); false: P(X <= x)
-/// @return probability in [0, 1]; NaN for invalid parameters and NaN
+/// @return probability in [0, 1]; NaN for NaN and, other than below and at the threshold and for
+///         ::MissingValue, for invalid parameters
 /// @accuracy 3e-10 absolute; by its definition a small tail cancels, so that an upper tail of 4e-15
 ///           is good to 3 per cent
 /// @see Johnson, Kotz & Balakrishnan (1994), Continuous Univariate Distributions 1, ch. 13

@@ -43,7 +43,7 @@ VELA_API void LogisticCdf(double* out, const double* x, std::size_t n, double lo
 
 /// Quantile of the logistic distribution, location + scale (ln p - ln(1 - p)).
 ///
-/// @param p         lower-tail probability in (0, 1); ::MissingValue gives NaN
+/// @param p         lower-tail probability in (0, 1); ::MissingValue is an ordinary number here
 /// @param location  finite, unit of x
 /// @param scale     > 0, unit of x
 /// @return the quantile, exactly the location for p within a relative 1e-12 of 1/2; NaN for p = 0

@@ -40,7 +40,7 @@ VELA_API void PoissonCdf(double* out, const double* x, std::size_t n, double mea
 ///
 /// @param p     lower-tail probability in [0, 1]; ::MissingValue gives NaN
 /// @param mean  finite, >= 0
-/// @return the quantile; for p = 0 the smallest outcome, for p = 1 NaN;
+/// @return the quantile; for p = 0 the smallest outcome, for p = 1 NaN unless mean = 0;
 ///         NaN for p outside [0, 1] and for invalid parameters, and where it exceeds 94906264
 /// @accuracy exact at every step of the cumulative function
 /// @see Johnson, Kotz & Kemp (1992), Univariate Discrete Distributions, ch. 4

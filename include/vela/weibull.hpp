@@ -28,7 +28,8 @@ VELA_API void WeibullPdf(double* out, const double* x, std::size_t n, double sha
                          double threshold);
 
 /// Lower or upper tail of the Weibull distribution: the exponential one, see ExponentialCdf(), at
-/// ((x - threshold) / scale)^shape; 0 and 1 below the threshold. Parameters are not checked.
+/// ((x - threshold) / scale)^shape; 0 and 1 below the threshold. Parameters are not checked,
+/// except that a scale of 0 gives NaN.
 ///
 /// @param x          evaluation point; ::MissingValue is an ordinary number here
 /// @param shape      > 0
@@ -49,7 +50,7 @@ VELA_API void WeibullCdf(double* out, const double* x, std::size_t n, double sha
 /// Quantile of the Weibull distribution, threshold + scale (-ln(1 - p))^(1 / shape). Parameters are
 /// not checked.
 ///
-/// @param p          lower-tail probability in [0, 1); ::MissingValue gives NaN
+/// @param p          lower-tail probability in [0, 1); ::MissingValue is an ordinary number here
 /// @param shape      > 0
 /// @param scale      > 0, unit of x
 /// @param threshold  finite, unit of x

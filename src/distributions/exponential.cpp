@@ -17,7 +17,7 @@ using kernels::standardize;
 using kernels::unstandardize;
 
 double exponential_pdf(double x, double scale, double threshold) {
-    if (!std::isgreater(scale, 0.0)) {
+    if (!std::isgreater(scale, 0.0) || threshold != threshold) {
         return MissingValue;
     }
     if (x < threshold) {
@@ -63,12 +63,12 @@ void ExponentialCdf(double* out, const double* x, std::size_t n, double scale, d
 }
 
 double ExponentialInvCdf(double p, double scale, double threshold) {
-    return call<kGivesMissing>(distributions::exponential_inv_cdf, p, scale, threshold);
+    return call<kIsOrdinary>(distributions::exponential_inv_cdf, p, scale, threshold);
 }
 
 void ExponentialInvCdf(double* out, const double* p, std::size_t n, double scale,
                        double threshold) {
-    call<kGivesMissing>(distributions::exponential_inv_cdf, out, p, n, scale, threshold);
+    call<kIsOrdinary>(distributions::exponential_inv_cdf, out, p, n, scale, threshold);
 }
 
 }  // namespace vela

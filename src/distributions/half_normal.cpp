@@ -29,7 +29,7 @@ double half_normal_pdf(double x, double scale, double threshold) {
     });
 }
 
-/// P(Z <= z) of the normal distribution whose upper half this is.
+/// P(Z <= z) of the normal distribution whose upper half this is; at its mean whatever scale is.
 double normal_lower_tail(double x, double scale, double threshold) {
     if (x == MissingValue) {
         return MissingValue;
@@ -37,15 +37,13 @@ double normal_lower_tail(double x, double scale, double threshold) {
     if (x == threshold) {
         return 0.5;
     }
-    return tails_of(kernels::normal_df, kernels::standardize(x, threshold, scale)).lower;
+    const double z = standard_score(x, threshold, scale);
+    return z == z ? tails_of(kernels::normal_df, z).lower : conventions::kNaN;
 }
 
 double half_normal_cdf(double x, double scale, double threshold, bool upper) {
     if (std::isless(x, threshold)) {
         return upper ? 1.0 : 0.0;
-    }
-    if (x != x || threshold != threshold || !std::isgreater(scale, 0.0)) {
-        return MissingValue;
     }
     // The doubling applies to MissingValue too, deliberately: callers know the number.
     const double lower = 2.0 * normal_lower_tail(x, scale, threshold) - 1.0;

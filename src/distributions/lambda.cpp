@@ -155,7 +155,7 @@ double score_at(double lambda, double v) {
 }
 
 double lambda_inv_cdf(double p, double lambda, double location, double scale) {
-    if (!std::isgreaterequal(p, 0.0) || !std::islessequal(p, 1.0) || lambda != lambda) {
+    if (!std::isgreaterequal(p, 0.0) || !std::islessequal(p, 1.0) || !std::isfinite(lambda)) {
         return MissingValue;
     }
     const double v = p <= 0.5 ? p : 1.0 - p;

@@ -73,11 +73,11 @@ void LogisticCdf(double* out, const double* x, std::size_t n, double location, d
 }
 
 double LogisticInvCdf(double p, double location, double scale) {
-    return call<kGivesMissing>(distributions::logistic_inv_cdf, p, location, scale);
+    return call<kIsOrdinary>(distributions::logistic_inv_cdf, p, location, scale);
 }
 
 void LogisticInvCdf(double* out, const double* p, std::size_t n, double location, double scale) {
-    call<kGivesMissing>(distributions::logistic_inv_cdf, out, p, n, location, scale);
+    call<kIsOrdinary>(distributions::logistic_inv_cdf, out, p, n, location, scale);
 }
 
 }  // namespace vela

@@ -16,9 +16,10 @@ inline double standard_score(double x, double location, double scale) {
                                       : conventions::kNaN;
 }
 
-/// location + z scale; MissingValue where that overflows and for a scale that is not positive.
+/// location + z scale; MissingValue where that overflows and for a scale that is not positive and
+/// finite.
 inline double from_standard_score(double z, double location, double scale) {
-    if (!std::isgreater(scale, 0.0)) {
+    if (!std::isgreater(scale, 0.0) || std::isinf(scale)) {
         return MissingValue;
     }
     return conventions::value_unless_overflow(

@@ -9,7 +9,8 @@ namespace distributions {
 namespace {
 
 bool are_ordered(double a, double b, double c) {
-    return std::islessequal(a, b) && std::islessequal(b, c) && a < c;
+    return std::islessequal(a, b) && std::islessequal(b, c) && a < c && std::isfinite(a) &&
+           std::isfinite(c);
 }
 
 double triangular_pdf(double x, double a, double b, double c) {

@@ -36,12 +36,17 @@ double weibull_cdf(double x, double shape, double scale, double threshold, bool 
     if (std::isless(x, threshold)) {
         return upper ? 1.0 : 0.0;
     }
-    const double z = standardize(x, threshold, scale);
-    if (z != z || shape != shape) {
+    if (x != x || threshold != threshold || scale != scale || scale == 0.0 || shape != shape) {
         return MissingValue;
     }
-    return conventions::value_unless_overflow(
-        upper ? 0.0 : 1.0, [=] { return unit_exponential_tail(safe_pow(z, shape), upper); });
+    const double z = standardize(x, threshold, scale);
+    return conventions::value_unless_overflow(upper ? 0.0 : 1.0, [=] {
+        const double t = safe_pow(z, shape);
+        if (t <= 0.0) {  // negative for a negative scale and an odd shape
+            return upper ? 1.0 : 0.0;
+        }
+        return unit_exponential_tail(t, upper);
+    });
 }
 
 double weibull_inv_cdf(double p, double shape, double scale, double threshold) {
@@ -82,12 +87,12 @@ void WeibullCdf(double* out, const double* x, std::size_t n, double shape, doubl
 }
 
 double WeibullInvCdf(double p, double shape, double scale, double threshold) {
-    return call<kGivesMissing>(distributions::weibull_inv_cdf, p, shape, scale, threshold);
+    return call<kIsOrdinary>(distributions::weibull_inv_cdf, p, shape, scale, threshold);
 }
 
 void WeibullInvCdf(double* out, const double* p, std::size_t n, double shape, double scale,
                    double threshold) {
-    call<kGivesMissing>(distributions::weibull_inv_cdf, out, p, n, shape, scale, threshold);
+    call<kIsOrdinary>(distributions::weibull_inv_cdf, out, p, n, shape, scale, threshold);
 }
 
 }  // namespace vela

@@ -123,8 +123,23 @@ bool BetaPower::stretched_powers(const BetaPoint& point, double* result) const {
     return std::min(first, second) > smallest && std::min(point.x.hi, point.y.hi) > smallest;
 }
 
+namespace {
+
+/// The deviance of a shape from its share of the total. A denormal product of the two would lose
+/// digits, so that logarithms are added instead.
+DoubleDouble share_deviance(double shape, DoubleDouble excess, DoubleDouble share,
+                            DoubleDouble total) {
+    constexpr double tiny = 1e-290;
+    return share.hi > tiny
+               ? deviance(shape, excess, share * total)
+               : (excess / shape - log_two_doubles(share) - log_two_doubles(total / shape)) * shape;
+}
+
+}  // namespace
+
 DoubleDouble BetaPower::deviance_at(const BetaPoint& point, DoubleDouble margin) const {
-    return deviance(m_a, -margin, point.x * m_total) + deviance(m_b, margin, point.y * m_total);
+    return share_deviance(m_a, -margin, point.x, m_total) +
+           share_deviance(m_b, margin, point.y, m_total);
 }
 
 BetaPower::Value BetaPower::value(const BetaPoint& point) const {

@@ -246,7 +246,7 @@ BetaQuantile::Odds BetaQuantile::odds(double p, double q) const {
         isExchanged ? Side{m_b, m_a, q, std::log(q), p} : Side{m_a, m_b, p, std::log(p), q};
     const double logX = (side.logP + std::log(side.a) + m_logBeta) / side.a;
     if (logX < kLogPowerLaw) {
-        return {std::exp(logX), isExchanged, QuantileOutcome::kFound};
+        return {std::exp(logX), isExchanged, QuantileOutcome::kFound, logX};
     }
     double ratio = 0.0;
     if (closed_form(side, &ratio)) {
@@ -305,8 +305,12 @@ void BetaQuantile::find(double p, double q, double* x, double* y) const {
         return;
     }
     const bool isOne = found.outcome == QuantileOutcome::kTooLarge;
-    const double share = isOne ? 1.0 : found.ratio / (1.0 + found.ratio);
-    const double rest = isOne ? 0.0 : 1.0 / (1.0 + found.ratio);
+    const bool isRestSmaller = found.ratio > 1.0;
+    const double smaller = isOne ? 0.0 : (isRestSmaller ? 1.0 : found.ratio) / (1.0 + found.ratio);
+    // Not a quotient of its own, whose rounded denominator would cost it a whole ulp.
+    const double larger = 1.0 - smaller;
+    const double share = isOne || isRestSmaller ? larger : smaller;
+    const double rest = isOne || isRestSmaller ? smaller : larger;
     *x = found.isInverse ? rest : share;
     *y = found.isInverse ? share : rest;
 }

@@ -18,6 +18,7 @@ public:
         double ratio;  // x / y, or y / x where isInverse; may be 0 or infinite
         bool isInverse;
         QuantileOutcome outcome;
+        double logRatio = 0.0;  // where the ratio is next to the denormal numbers or below, else 0
     };
 
     /// For 0 < p, 0 < q, p + q = 1 and valid shapes: no checks, no report of the search's own.

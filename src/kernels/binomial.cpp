@@ -126,8 +126,10 @@ void binomial_lower_quant(double probability, double n, double p, double* k) {
     }
     const double sd = std::sqrt(mean * (1.0 - p));
     const double skewness = sd > 1e-8 ? (1.0 - 2.0 * p) / sd : 0.0;
-    find_discrete_quantile("binomial_lower_quant", probability, {mean, sd, skewness, 0.0, n, true},
-                           Binomial{n, p}, k);
+    const double smallest = p == 1.0 ? n : 0.0;
+    const double largest = p == 0.0 ? 0.0 : n;
+    find_discrete_quantile("binomial_lower_quant", probability,
+                           {mean, sd, skewness, smallest, largest, true}, Binomial{n, p}, k);
 }
 
 }  // namespace vela::kernels

@@ -176,6 +176,25 @@ void f_df(double x, double df1, double df2, double* lower, double* upper) {
 
 double f_density(double x, double df1, double df2) { return CentralF(df1, df2).density(x); }
 
+namespace {
+
+/// F from the odds n1 F / n2; infinite where it exceeds the range of a double.
+double quantile_from(const BetaQuantile::Odds& found, double n1, double n2) {
+    if (found.logRatio != 0.0) {  // the ratio may have lost digits that the quantile needs
+        const double logOdds = found.isInverse ? -found.logRatio : found.logRatio;
+        const double logarithm = logOdds + (std::log(n2) - std::log(n1));
+        return logarithm > kLogOverflow ? kInfinity : std::exp(logarithm);
+    }
+    const double stretch = quotient_or_infinity(n2, n1);
+    const bool isRatioInfinite = found.outcome == QuantileOutcome::kTooLarge;
+    if (found.isInverse) {
+        return isRatioInfinite ? 0.0 : quotient_or_infinity(stretch, found.ratio);
+    }
+    return isRatioInfinite ? kInfinity : product_or_infinity(stretch, found.ratio);
+}
+
+}  // namespace
+
 void inv_f_df(double p, double df1, double df2, double* x) {
     enter_kernel("inv_f_df");
     *x = -kLargestDouble;
@@ -196,12 +215,7 @@ void inv_f_df(double p, double df1, double df2, double* x) {
         raise_level(kNoConvergence, "inv_f_df");
         return;
     }
-    const double stretch = quotient_or_infinity(n2, n1);
-    const bool isRatioInfinite = found.outcome == QuantileOutcome::kTooLarge;
-    const double result = found.isInverse
-                              ? (isRatioInfinite ? 0.0 : quotient_or_infinity(stretch, found.ratio))
-                          : isRatioInfinite ? kInfinity
-                                            : product_or_infinity(stretch, found.ratio);
+    const double result = quantile_from(found, n1, n2);
     if (result == kInfinity) {
         raise_level(kArgumentTooLarge, "inv_f_df");
         return;

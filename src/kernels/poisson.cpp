@@ -105,10 +105,12 @@ void poisson_lower_quant(double probability, double mean, double* k) {
         recurrence(mean).quantile(probability, k)) {
         return;
     }
+    const bool isSure = mean == 0.0;  // the one outcome is 0
     const double sd = std::sqrt(mean);
     const double skewness = sd > 1e-8 ? 1.0 / sd : 0.0;
     find_discrete_quantile("poisson_lower_quant", probability,
-                           {mean, sd, skewness, 0.0, kLargestCount, false}, Poisson{mean}, k);
+                           {mean, sd, skewness, 0.0, isSure ? 0.0 : kLargestCount, isSure},
+                           Poisson{mean}, k);
 }
 
 }  // namespace vela::kernels

@@ -124,6 +124,7 @@ TEST(Bracket, TurnsFaultsIntoExceptionsOnRegisteredThreadsAndIntoNaNElsewhere) {
         double masked;
     };
     constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+    constexpr double infinity = std::numeric_limits<double>::infinity();
     const Case cases[] = {
         {[] { return NormalCdf(nan, 0.0, 1.0, false); }, kInvalid, nan},
         {[] { return NormalCdf(2.0, 1.0, 0.0, false); }, kDivide, nan},
@@ -132,6 +133,16 @@ TEST(Bracket, TurnsFaultsIntoExceptionsOnRegisteredThreadsAndIntoNaNElsewhere) {
         {[] { return NormalPdf(1e308, 0.0, 1e-10); }, "nothing", 0.0},  // overflows inside
         {[] { return ExponentialInvCdf(1.0, 1.0, 0.0); }, "nothing", nan},
         {[] { return TCritValue(0.05, 3.0, EAlternative::TwoSided, 0); }, kDivide, nan},
+        {[] { return LogLogisticCdf(1.5, 0.0, 1.0, nan, false); }, "nothing", nan},
+        {[] { return LogNormalInvCdf(0.5, nan, 1.0, 0.0); }, "nothing", nan},
+        {[] { return ExponentialPdf(1.0, 1.0, nan); }, "nothing", nan},
+        {[] { return TriangularCdf(1.0, -infinity, 1.0, 2.0, false); }, "nothing", nan},
+        {[] { return CauchyInvCdf(0.5, 0.0, infinity); }, "nothing", nan},
+        {[] { return WeibullCdf(1.0, 2.0, 0.0, 0.0, false); }, "nothing", nan},
+        {[] { return WeibullCdf(1.0, 3.0, -1.0, 0.0, true); }, "nothing", 1.0},  // t = -1
+        {[] { return HalfNormalCdf(MissingValue, -1.0, 0.0, false); }, "nothing", 2.46912e30},
+        {[] { return HalfNormalCdf(0.0, -1.0, 0.0, true); }, "nothing", 1.0},  // at the threshold
+        {[] { return HalfNormalCdf(1.0, -1.0, 0.0, true); }, "nothing", nan},
     };
     for (const Case& c : cases) {
         for (const auto registration : {Registration::kRegistered, Registration::kUnregistered}) {
@@ -150,8 +161,12 @@ TEST(Bracket, TurnsFaultsIntoExceptionsOnRegisteredThreadsAndIntoNaNElsewhere) {
 TEST(Bracket, LetsExceptionsOfGuardedFunctionsEscapeOnAnyThread) {
     for (const auto registration : {Registration::kRegistered, Registration::kUnregistered}) {
         on_thread(registration, [] {
-            EXPECT_EQ(thrown_by([] { ExponentialInvCdf(1.5, 1.0, 0.0); }),
-                      "invalid_argument: log of a negative argument");
+            for (const double p : {1.5, MissingValue}) {  // the formulas hold literally
+                const std::string message = "invalid_argument: log of a negative argument";
+                EXPECT_EQ(thrown_by([=] { ExponentialInvCdf(p, 1.0, 0.0); }), message);
+                EXPECT_EQ(thrown_by([=] { WeibullInvCdf(p, 2.0, 1.0, 0.0); }), message);
+                EXPECT_EQ(thrown_by([=] { LogisticInvCdf(p, 0.0, 1.0); }), message);
+            }
             EXPECT_EQ(thrown_by([] { ExponentialCdf(1000.0, -1.0, 0.0, true); }),
                       "runtime_error: float overflow");
             ResetFpuStates();

@@ -117,6 +117,17 @@ TEST(DiscreteQuantiles, NeedFewStepsFarFromTheirStart) {
     EXPECT_EQ(BinomialInvCdf(BinomialCdf(4e7, 1e8, 0.4, false), 100000000, 0.4), 4e7);
 }
 
+TEST(DiscreteQuantiles, OfASureCountAreThatCountForEveryProbability) {
+    for (const double p : {0.0, 0.5, 1.0}) {
+        EXPECT_EQ(BinomialInvCdf(p, 2, 0.0), 0.0);
+        EXPECT_EQ(BinomialInvCdf(p, 2, 1.0), 2.0);
+        EXPECT_EQ(PoissonInvCdf(p, 0.0), 0.0);
+        EXPECT_EQ(GeometricInvCdf(p, 1.0), 0.0);
+        EXPECT_EQ(NegBinomialInvCdf(p, 1.0, 2.5), 0.0);
+        EXPECT_EQ(HypergeometricInvCdf(p, 5, 5, 3), 3.0);
+    }
+}
+
 /// The total probability of all outcomes that are not more probable than x.
 double two_sided(const std::vector<double>& masses, std::size_t x) {
     double sum = 0.0;
