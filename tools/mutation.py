@@ -3,10 +3,11 @@
 
     mutation.py WORK [--count 200] [--seed 1] [--under src/kernels ...] > survivors.txt
 
-WORK receives a copy of the tracked files and its build. Each mutant changes one place of one source
-file: an ordering or its strictness, a sign, a factor, a term, the last digit of a constant, a
-condition, a returned value. It is built incrementally and counts as killed when it does not compile
-(warnings are errors), when a test fails, or when the tests take ten times their usual time.
+WORK receives a copy of the files and its build, and may be used again. Each mutant changes one
+place of one source file: an ordering or its strictness, a sign, a factor, a term, the last digit of
+a constant, a condition, a returned value. It is built incrementally and counts as killed when it
+does not compile (warnings are errors), when a test fails, or when the tests take ten times their
+usual time.
 
 The report lists the survivors as changed lines, and the share killed.
 """
@@ -82,12 +83,7 @@ class Tree:
     def __init__(self, place):
         self.source = place / "source"
         self.build = place / "build"
-        if not self.source.exists():
-            files = subprocess.check_output(["git", "ls-files"], cwd=ROOT, text=True).split()
-            for name in files:
-                target = self.source / name
-                target.parent.mkdir(parents=True, exist_ok=True)
-                shutil.copy(ROOT / name, target)
+        self.refresh()
         # -O1: compiling is most of the time. The bits are those of every other optimisation.
         if not run(["cmake", "-G", "Ninja", "-S", self.source, "-B", self.build,
                     "-DCMAKE_BUILD_TYPE=None", "-DCMAKE_CXX_FLAGS=-O1", "-DVELA_BUILD_TESTS=ON"],
@@ -97,6 +93,20 @@ class Tree:
         if not self.passes(timeout=3600):
             sys.exit("the unchanged code does not pass")
         self.timeout = 10 * (time.monotonic() - begin) + 10
+
+    def refresh(self):
+        """Makes the copy the files of now, also after a campaign that was killed with its mutant."""
+        listed = subprocess.check_output(
+            ["git", "ls-files", "--cached", "--others", "--exclude-standard"], cwd=ROOT, text=True)
+        names = {name for name in listed.split() if (ROOT / name).exists()}
+        for name in names:
+            target = self.source / name
+            target.parent.mkdir(parents=True, exist_ok=True)
+            if not target.exists() or target.read_bytes() != (ROOT / name).read_bytes():
+                shutil.copy(ROOT / name, target)
+        for path in self.source.rglob("*"):
+            if path.is_file() and str(path.relative_to(self.source)) not in names:
+                path.unlink()
 
     def compiles(self):
         return run(["cmake", "--build", self.build, "--target", *PROGRAMS], self.source)
@@ -125,13 +135,15 @@ def main():
     parser.add_argument("work", type=pathlib.Path)
     parser.add_argument("--count", type=int, default=200)
     parser.add_argument("--seed", type=int, default=1)
-    parser.add_argument("--under", nargs="+", default=FOLDERS)
+    parser.add_argument("--under", nargs="+", default=FOLDERS, help="folders or files")
     options = parser.parse_args()
     options.work.mkdir(parents=True, exist_ok=True)
     tree = Tree(options.work.resolve())
 
-    paths = sorted(path for folder in options.under
-                   for path in (tree.source / folder).rglob("*.[ch]pp"))
+    paths = sorted(path for under in map(tree.source.joinpath, options.under)
+                   for path in ([under] if under.is_file() else under.rglob("*.[ch]pp")))
+    if not paths:
+        sys.exit("nothing to change under " + " ".join(options.under))
     mutants = [mutant for path in paths for mutant in mutants_of(path)]
     sample = random.Random(options.seed).sample(mutants, min(options.count, len(mutants)))
     survivors = 0

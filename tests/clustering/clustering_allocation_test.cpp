@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <new>
+#include <utility>
 
 namespace vela::test {
 namespace {
@@ -18,125 +19,96 @@ using namespace nms::clustering;
 using namespace nms::types;
 using nms::StatlibraryErrorCode;
 
-/// Calls with allocation 0, 1, ... failing until one succeeds; returns how many failed.
-template <class Call>
-int fail_each_allocation(const char* name, Call call) {
+/// Calls with allocation 0, 1, ... failing until one succeeds.
+void fail_each_allocation(const char* name, const std::function<bool()>& succeeds) {
     for (int failing = 0; failing < 100; ++failing) {
         const long before = live_allocations();
-        const bool succeeded = call(failing);
+        bool succeeded = false;
+        try {
+            const FailingNew fail(failing);
+            succeeded = succeeds();
+        } catch (const std::bad_alloc&) {
+        }
         EXPECT_EQ(live_allocations(), before) << name << " " << failing;
         if (succeeded) {
-            return failing;
+            EXPECT_GT(failing, 0) << name << " allocates nothing";
+            return;
         }
     }
     ADD_FAILURE() << name << " never succeeds";
-    return 0;
 }
 
-template <class Make>
-bool makes_and_deletes(int failing, Make make) {
-    try {
-        const FailingNew fail(failing);
-        delete make();
-        return true;
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
-}
-
-template <class T>
-void containers_propagate_bad_alloc() {
-    const T values[2] = {};
-    const std::function<bool(int)> calls[] = {
-        [&](int n) { return makes_and_deletes(n, [&] { return MakeVector(values, 2); }); },
-        [&](int n) { return makes_and_deletes(n, [&] { return MakeVectorOver(values, 2); }); },
-        [&](int n) {
-            return makes_and_deletes(n, [&] { return MakeRectangularArray(values, 1, 2); });
-        },
-        [&](int n) {
-            return makes_and_deletes(n, [&] { return MakeRectangularArrayOver(values, 1, 2); });
-        }};
-    for (const auto& call : calls) {
-        EXPECT_GT(fail_each_allocation("containers", call), 0);
-    }
-}
-
-TEST(ClusteringAllocation, BadAllocPropagatesAndLeaksNothing) {
-    DistanceMatrix ties;
-    ties.Init(20, 1.0);
-    DistanceMatrix distinct;
-    distinct.Init(20, 0.0);
+DistanceMatrix make_matrix(int slope) {
+    DistanceMatrix matrix;
+    matrix.Init(20, 1.0);
     for (int i = 0; i < 20; ++i) {
         for (int j = 0; j < i; ++j) {
-            distinct.Set(i, j, 100.0 * i + j);
+            matrix.Set(i, j, slope * (100.0 * i + j));
         }
     }
-    for (const DistanceMatrix& source : {ties, distinct}) {
-        for (int linkage = 1000; linkage <= 1006; ++linkage) {
-            DistanceMatrix matrix = source;
-            const int failed = fail_each_allocation("RunClustering", [&](int failing) {
-                const bool succeeded = makes_and_deletes(failing, [&] {
-                    return RunClustering(static_cast<LinkageEnums>(linkage), 1.0, matrix);
-                });
-                for (int i = 0; !succeeded && i < 20; ++i) {
-                    EXPECT_EQ(matrix(i, 7), source(i, 7));
-                }
-                return succeeded;
-            });
-            EXPECT_GT(failed, 0);
-        }
-    }
-    const ClusterStep steps[] = {{0.0, 1.0, 0, 1, 2}};
-    const std::unique_ptr<IReadableVector<ClusterStep>> vector(MakeVectorOver(steps, 1));
-    const std::function<bool(int)> calls[] = {
-        [&](int n) {
-            return makes_and_deletes(n, [&] { return FindMembersWithCut(*vector, 1.0); });
-        },
-        [&](int n) {
-            return makes_and_deletes(n, [&] { return FindMembersWithNumber(*vector, 1); });
-        },
-        [&](int n) {
-            return makes_and_deletes(
-                n, [&] { return std::make_unique<DistanceMatrix>(ties).release(); });
-        }};
-    for (const auto& call : calls) {
-        EXPECT_GT(fail_each_allocation("members and copies", call), 0);
-    }
-    containers_propagate_bad_alloc<double>();
-    containers_propagate_bad_alloc<int>();
-    containers_propagate_bad_alloc<ClusterStep>();
+    return matrix;
 }
 
-TEST(ClusteringAllocation, CodesReportItAndArgumentsAreAsTheyWere) {
-    const double values[] = {1.0, 2.0, 4.0, 5.0, 5.0, 7.0};
-    const std::unique_ptr<IRectangularArray<double>> table(MakeRectangularArrayOver(values, 3, 2));
-    using Call = std::function<StatlibraryErrorCode(DistanceMatrix&)>;
-    const Call calls[] = {
-        [](DistanceMatrix& matrix) { return matrix.Init(10, 1.0); },
-        [&](DistanceMatrix& matrix) {
-            return CreateForClusterObservations(matrix, *table, DistanceEnums::Euclidean);
-        },
-        [&](DistanceMatrix& matrix) {
-            return CreateForClusterObservations(matrix, *table, DistanceEnums::Pearson);
-        },
-        [&](DistanceMatrix& matrix) { return CreateForClusterVariables(matrix, *table, true); }};
-    for (const Call& call : calls) {
-        EXPECT_GT(fail_each_allocation("codes",
-                                       [&](int failing) {
-                                           DistanceMatrix matrix;
-                                           const FailingNew fail(failing);
-                                           const auto code = call(matrix);
-                                           EXPECT_EQ(matrix.RowCount() == 0,
-                                                     code == StatlibraryErrorCode::OutOfMemory);
-                                           return code == StatlibraryErrorCode::Success;
-                                       }),
-                  0);
+TEST(ClusteringAllocation, LeavesTheMatrixAndLeaksNothing) {
+    for (const DistanceMatrix& source : {make_matrix(0), make_matrix(1)}) {  // ties, and none
+        for (int linkage = 1000; linkage <= 1006; ++linkage) {
+            DistanceMatrix matrix = source;
+            fail_each_allocation("RunClustering", [&] {
+                for (int i = 0; i < 20; ++i) {
+                    EXPECT_EQ(matrix(i, 7), source(i, 7));  // after the failures before this one
+                }
+                delete RunClustering(static_cast<LinkageEnums>(linkage), 1.0, matrix);
+                return true;
+            });
+        }
     }
-    const std::unique_ptr<IVector<double>> vector(MakeVector(values, 2));
+}
+
+TEST(ClusteringAllocation, BadAllocPropagatesOrTheCodeReportsIt) {
+    using enum StatlibraryErrorCode;
+    const double values[] = {1.0, 2.0, 4.0, 5.0, 5.0, 7.0};
+    const int numbers[] = {1, 2};
+    const ClusterStep steps[] = {{0.0, 1.0, 0, 1, 2}};
+    const DistanceMatrix matrix = make_matrix(1);
+    const std::unique_ptr<IReadableVector<ClusterStep>> vector(MakeVectorOver(steps, 1));
+    const std::unique_ptr<IRectangularArray<double>> table(MakeRectangularArrayOver(values, 3, 2));
+    const auto deleted = [](const auto* made) { return delete made, true; };
+    const auto filled = [](auto call) {
+        DistanceMatrix made;
+        const StatlibraryErrorCode code = call(made);
+        EXPECT_EQ(made.RowCount() == 0, code == OutOfMemory);
+        return code == Success;
+    };
+    const std::pair<const char*, std::function<bool()>> calls[] = {
+        {"FindMembersWithCut", [&] { return deleted(FindMembersWithCut(*vector, 1.0)); }},
+        {"FindMembersWithNumber", [&] { return deleted(FindMembersWithNumber(*vector, 1)); }},
+        {"DistanceMatrix", [&] { return deleted(new DistanceMatrix(matrix)); }},
+        {"MakeVector", [&] { return deleted(MakeVector(values, 2)); }},
+        {"MakeVector of int", [&] { return deleted(MakeVector(numbers, 2)); }},
+        {"MakeVector of ClusterStep", [&] { return deleted(MakeVector(steps, 1)); }},
+        {"MakeRectangularArray", [&] { return deleted(MakeRectangularArray(values, 1, 2)); }},
+        {"MakeRectangularArrayOver",
+         [&] { return deleted(MakeRectangularArrayOver(values, 1, 2)); }},
+        {"MakeVectorOver", [&] { return deleted(MakeVectorOver(values, 2)); }},
+        {"Init", [&] { return filled([](auto& made) { return made.Init(10, 1.0); }); }},
+        {"CreateForClusterObservations",
+         [&] {
+             return filled([&](auto& made) {
+                 return CreateForClusterObservations(made, *table, DistanceEnums::Pearson);
+             });
+         }},
+        {"CreateForClusterVariables", [&] {
+             return filled(
+                 [&](auto& made) { return CreateForClusterVariables(made, *table, true); });
+         }}};
+    for (const auto& [name, call] : calls) {
+        fail_each_allocation(name, call);
+    }
+    const std::unique_ptr<IVector<double>> assigned(MakeVector(values, 2));
     const FailingNew fail(0);
-    EXPECT_EQ(vector->assign(1000, 3.0), StatlibraryErrorCode::OutOfMemory);
-    EXPECT_EQ(vector->size(), 2);
-    EXPECT_EQ((*vector)[1], 2.0);
+    EXPECT_EQ(assigned->assign(1000, 3.0), OutOfMemory);
+    EXPECT_EQ(assigned->size(), 2);
+    EXPECT_EQ((*assigned)[1], 2.0);
 }
 
 }  // namespace

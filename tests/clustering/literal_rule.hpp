@@ -18,13 +18,9 @@ class LiteralRule {
 
 public:
     LiteralRule(LinkageEnums linkage, nms::clustering::DistanceMatrix* distances)
-        : m_linkage(linkage), m_distances(*distances) {
-        const auto rows = static_cast<std::size_t>(m_distances.RowCount());
-        m_isActive.assign(rows, true);
-        m_size.assign(rows, 1);
-        m_nearest.assign(rows, 0.0);
-        m_partner.assign(rows, 0);
-    }
+        : m_linkage(linkage),
+          m_distances(*distances),
+          m_clusters(static_cast<std::size_t>(distances->RowCount())) {}
 
     std::vector<ClusterStep> run() {
         const int rows = m_distances.RowCount();
@@ -41,19 +37,24 @@ public:
     }
 
 private:
-    bool is_active(int i) const { return m_isActive[static_cast<std::size_t>(i)]; }
-    int& size(int i) { return m_size[static_cast<std::size_t>(i)]; }
-    double& nearest(int i) { return m_nearest[static_cast<std::size_t>(i)]; }
-    int& partner(int i) { return m_partner[static_cast<std::size_t>(i)]; }
+    struct Cluster {
+        bool isActive = true;
+        int size = 1;
+        double nearest = 0.0;
+        int partner = 0;
+    };
+
+    Cluster& at(int i) { return m_clusters[static_cast<std::size_t>(i)]; }
 
     void search(int i) {
-        nearest(i) = std::numeric_limits<double>::infinity();
-        partner(i) = i;
+        at(i).nearest = std::numeric_limits<double>::infinity();
+        at(i).partner = i;
         for (int j = i + 1; j < m_distances.RowCount(); ++j) {
             const double d = m_distances(i, j);
-            if (is_active(j) && (d < nearest(i) || (d == nearest(i) && j > partner(i)))) {
-                nearest(i) = d;
-                partner(i) = j;
+            if (at(j).isActive &&
+                (d < at(i).nearest || (d == at(i).nearest && j > at(i).partner))) {
+                at(i).nearest = d;
+                at(i).partner = j;
             }
         }
     }
@@ -62,14 +63,14 @@ private:
         ClusterStep best = {0.0, std::numeric_limits<double>::infinity(), -1, -1, 0};
         int highest[2] = {-1, -1};
         for (int i = 0; i < m_distances.RowCount(); ++i) {
-            if (!is_active(i)) {
+            if (!at(i).isActive) {
                 continue;
             }
             highest[0] = highest[1];
             highest[1] = i;
-            const double d = nearest(i);
-            const int lo = std::min(i, partner(i));
-            const int hi = std::max(i, partner(i));
+            const double d = at(i).nearest;
+            const int lo = std::min(i, at(i).partner);
+            const int hi = std::max(i, at(i).partner);
             if (lo != hi &&
                 (d < best.distance ||
                  (d == best.distance &&
@@ -80,28 +81,28 @@ private:
         if (best.cluster1 < 0) {
             best = {0.0, m_distances(highest[0], highest[1]), highest[0], highest[1], 0};
         }
-        best.size = size(best.cluster1) + size(best.cluster2);
+        best.size = at(best.cluster1).size + at(best.cluster2).size;
         return best;
     }
 
     void update_distances(const ClusterStep& step) {
         for (int k = 0; k < m_distances.RowCount(); ++k) {
-            if (is_active(k) && k != step.cluster1 && k != step.cluster2) {
+            if (at(k).isActive && k != step.cluster1 && k != step.cluster2) {
                 m_distances.Set(k, step.cluster1, merged_distance(step, k));
             }
         }
-        size(step.cluster1) = step.size;
-        m_isActive[static_cast<std::size_t>(step.cluster2)] = false;
+        at(step.cluster1).size = step.size;
+        at(step.cluster2).isActive = false;
     }
 
     double merged_distance(const ClusterStep& step, int k) {
         const double ij = step.distance;
         const double ik = m_distances(k, step.cluster1);
         const double jk = m_distances(k, step.cluster2);
-        const double i = size(step.cluster1);
-        const double j = size(step.cluster2);
+        const double i = at(step.cluster1).size;
+        const double j = at(step.cluster2).size;
         const double n = step.size;
-        const double other = size(k);
+        const double other = at(k).size;
         switch (m_linkage) {
             case LinkageEnums::Average: return (i * ik + j * jk) / n;
             case LinkageEnums::Single: return std::min(ik, jk);
@@ -119,24 +120,21 @@ private:
         const int lo = step.cluster1;
         const int hi = step.cluster2;
         for (int i = 0; i < m_distances.RowCount(); ++i) {
-            if (!is_active(i)) {
+            if (!at(i).isActive) {
                 continue;
             }
-            if (i == lo || partner(i) == lo || partner(i) == hi) {
+            if (i == lo || at(i).partner == lo || at(i).partner == hi) {
                 search(i);
-            } else if (m_distances(i, lo) < nearest(i)) {
-                nearest(i) = m_distances(i, lo);
-                partner(i) = lo;
+            } else if (m_distances(i, lo) < at(i).nearest) {
+                at(i).nearest = m_distances(i, lo);
+                at(i).partner = lo;
             }
         }
     }
 
     LinkageEnums m_linkage;
     nms::clustering::DistanceMatrix& m_distances;
-    std::vector<bool> m_isActive;
-    std::vector<int> m_size;
-    std::vector<double> m_nearest;
-    std::vector<int> m_partner;
+    std::vector<Cluster> m_clusters;
 };
 
 }  // namespace vela::test

@@ -179,10 +179,6 @@ std::vector<Case> tests_of_hypothesis(Workspace& w) {
                   [](OneSampleSign* r, const double* data) {
                       return RunOneSampleSign(r, data, 0.5, kTwoSided, kNotEqual, 0.0);
                   }),
-        sign_case("RunKroOneSampleSign, interval", w,
-                  [](OneSampleSign* r, const double* data) {
-                      return RunKroOneSampleSign(r, data, 0.5, kTwoSided);
-                  }),
         sign_case("RunKroOneSampleSign", w,
                   [](OneSampleSign* r, const double* data) {
                       return RunKroOneSampleSign(r, data, 0.5, kTwoSided, kNotEqual, 0.0);
@@ -201,12 +197,6 @@ std::vector<Case> tests_of_hypothesis(Workspace& w) {
                           return RunKroOneSampleWilcoxon(r, from.huge.data(), 0.95, kTwoSided,
                                                          kNotEqual, 0.1);
                       }),
-        {"RunPairedT, interval", 1,
-         [&w, x] {
-             v0::PairedT record;
-             record.count = w.n;
-             return RunPairedT(&record, x, x, 0.95, kTwoSided);
-         }},
         {"RunPairedT", 1,
          [&w, x] {
              v0::PairedT record;

@@ -9,20 +9,17 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <stdexcept>
-#include <string>
 #include <vector>
 
 namespace vela::test {
 namespace {
 
-std::string show(const Entry& entry, const Arguments& arguments) {
-    std::string text = entry.name;
+testing::Message show(const Entry& entry, const Arguments& arguments) {
+    testing::Message text;
+    text << entry.name;
     for (const double argument : arguments) {
-        char buffer[40];
-        std::snprintf(buffer, sizeof buffer, " %.17g", argument);
-        text += buffer;
+        text << " " << argument;
     }
     return text;
 }

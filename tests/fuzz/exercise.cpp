@@ -1,10 +1,11 @@
 #include "fuzz/exercise.hpp"
 
+#include "support/special_values.hpp"
 #include "vela/missing_value.hpp"
 
+#include <cfloat>
 #include <cmath>
 #include <iterator>
-#include <limits>
 
 namespace vela::test {
 namespace {
@@ -16,20 +17,9 @@ Kind next_kind(Bytes& bytes) {
 }
 
 double special(unsigned index) {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
-    constexpr double values[] = {0.0,
-                                 -0.0,
-                                 std::numeric_limits<double>::quiet_NaN(),
-                                 infinity,
-                                 -infinity,
-                                 std::numeric_limits<double>::max(),
-                                 std::numeric_limits<double>::lowest(),
-                                 std::numeric_limits<double>::denorm_min(),
-                                 std::numeric_limits<double>::min(),
-                                 1.0 - 0x1p-53,
-                                 0.5,
-                                 2147483648.0,
-                                 MissingValue};
+    constexpr double values[] = {0.0,     -0.0,         kNaN,         kInfinity, -kInfinity,
+                                 DBL_MAX, -DBL_MAX,     DBL_TRUE_MIN, DBL_MIN,   1.0 - 0x1p-53,
+                                 0.5,     2147483648.0, MissingValue};
     return values[index % std::size(values)];
 }
 

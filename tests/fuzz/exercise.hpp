@@ -64,6 +64,10 @@ public:
         ++m_count;
         add_word(value != value ? 0x7FF8000000000000U : std::bit_cast<std::uint64_t>(value));
     }
+    template <class... Values>
+    void add_each(Values... values) {
+        (add(values), ...);
+    }
     void add(const double* values, std::size_t n) {
         for (std::size_t i = 0; i < n; ++i) {
             add(values[i]);

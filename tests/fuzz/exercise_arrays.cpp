@@ -17,10 +17,8 @@ void exercise_moments(const Sample& x, const Sample& y, Bytes& bytes, Results& r
     double mean;
     double variance;
     v1::GetSampleMeanAndVariance(x.data(), n, &mean, &variance);
-    results.add(mean);
-    results.add(variance);
-    results.add(v1::GetSampleMean(x.data(), n));
-    results.add(v1::GetSampleVariance(x.data(), n));
+    results.add_each(mean, variance, v1::GetSampleMean(x.data(), n),
+                     v1::GetSampleVariance(x.data(), n));
     results.add(v1::GetSampleVariance(x.data(), n, bytes.number()));
     double sums[6];
     const unsigned k = bytes.below(7);
@@ -29,12 +27,9 @@ void exercise_moments(const Sample& x, const Sample& y, Bytes& bytes, Results& r
     double skewness;
     double kurtosis;
     v1::GetKroSkewnessAndKurtosis(x.data(), n, &skewness, &kurtosis);
-    results.add(skewness);
-    results.add(kurtosis);
-    results.add(v2::GetGeometricMean(x.data(), n));
+    results.add_each(skewness, kurtosis, v2::GetGeometricMean(x.data(), n));
     results.add(v1::GetCovariance(x.data(), y.data(), n, &mean, &variance));
-    results.add(mean);
-    results.add(variance);
+    results.add_each(mean, variance);
     results.add(v1::GetPearsonCorrelation(x.data(), y.data(), n));
     int status;
     results.add(v1::GetSpearmanCorrelation(x.data(), y.data(), n, &status));

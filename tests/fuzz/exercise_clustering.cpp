@@ -54,10 +54,7 @@ void exercise_clustering(Bytes& bytes, Results& results) {
         const ClusterStep& step = (*steps)[i];
         require(0 <= step.cluster1 && step.cluster1 < step.cluster2 && step.cluster2 < rows);
         require(2 <= step.size && step.size <= rows);
-        results.add(step.similarity);
-        results.add(step.distance);
-        results.add(step.cluster1);
-        results.add(step.cluster2);
+        results.add_each(step.similarity, step.distance, step.cluster1, step.cluster2);
     }
     for (int i = 0; i < rows; ++i) {
         for (int j = 0; j < i; ++j) {

@@ -7,8 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 namespace vela::test {
 namespace {
 
@@ -17,8 +15,6 @@ using kernels::beta_df;
 
 // The promise of the kernel for each tail by itself.
 constexpr double kTolerance = 1e-13;
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 Tails beta(double x, double y, double a, double b) { return tails_of(beta_df, x, y, a, b); }
 

@@ -9,16 +9,12 @@
 #include <gtest/gtest.h>
 
 #include <cfloat>
-#include <limits>
 
 namespace vela::test {
 namespace {
 
 using namespace kernels;
 using conventions::error_channel;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 // What the kernel promises; the largest error measured is 2e-12, where the halves of the mixture
 // cancel to a thousandth of themselves.

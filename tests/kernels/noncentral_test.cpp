@@ -11,16 +11,12 @@
 
 #include <algorithm>
 #include <cfloat>
-#include <limits>
 
 namespace vela::test {
 namespace {
 
 using namespace kernels;
 using conventions::error_channel;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 // The largest error measured is 1.4e-12, at a noncentrality of 4e6, where each of 2e4 Poisson
 // weights has rounded once more than its neighbour; up to 1e4 it is 2e-13.

@@ -2,6 +2,7 @@
 #include "kernels/chi_square_quantile.hpp"
 #include "kernels/gamma_quantile.hpp"
 #include "kernels/positive_quantile.hpp"
+#include "support/special_values.hpp"
 
 #include <gtest/gtest.h>
 
@@ -14,9 +15,9 @@ namespace {
 
 using namespace vela::kernels;
 using vela::conventions::error_channel;
+using vela::test::kInfinity;
+using vela::test::kNaN;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kDenormal = std::numeric_limits<double>::denorm_min();
 
 // The search leaves 1e-14 of the tail by its own estimate, twice that in an x that the tail hardly

@@ -1,4 +1,3 @@
-#include "conventions/error_channel.hpp"
 #include "conventions/status.hpp"
 #include "kernels/gamma_newton.hpp"
 #include "kernels/real_functions.hpp"
@@ -16,7 +15,6 @@ namespace {
 
 using namespace vela::kernels;
 using vela::MissingValue;
-using vela::conventions::error_channel;
 
 constexpr bool kReal = false;
 constexpr bool kInteger = true;
@@ -117,28 +115,12 @@ TEST(CmNegBinomialCdf, HasItsRootAtTheQuantile) {
     EXPECT_NEAR(equation.evaluate(0.0), std::pow(0.3, 4.5) - 0.8, 0.8e-15);
 }
 
-TEST(GammaNewton, StartAtTheRootStaysAndFailureNamesItself) {
+TEST(GammaNewton, StaysAtTheRoot) {
     double P = 0.0, Q = 0.0, f = 0.0;
     gamma_pq(3.25, 2.5, &P, &Q, &f);
     double x = 3.25;
     gamma_newton(P, 2.5, &x, 'L');
     EXPECT_EQ(x, 3.25);
-    EXPECT_EQ(error_channel.kernel_error_level, 0);
-    EXPECT_STREQ(error_channel.kernel_routine_name, "gamma_df");
-    const struct {
-        double target, shape, start;
-    } failures[] = {
-        {0.5, 2.5, 1e9},   // the density vanishes
-        {0.5, 2.5, -1.0},  // outside the domain
-        {0.5, 0.0, 1.0},   // no such shape
-        {1.5, 2.5, 3.0},   // no such probability
-    };
-    for (const auto& c : failures) {
-        x = c.start;
-        gamma_newton(c.target, c.shape, &x, 'L');
-        EXPECT_EQ(error_channel.kernel_error_level, 4) << c.target << ' ' << c.start;
-        EXPECT_STREQ(error_channel.kernel_routine_name, "gamma_newton");
-    }
 }
 
 }  // namespace

@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 namespace vela::test {
 namespace {
@@ -21,8 +20,6 @@ using kernels::t_upper_qt;
 
 // The promise of the kernel for each tail and for the density.
 constexpr double kTolerance = 1e-13;
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 Tails student_t(double t, double df) { return tails_of(t_df, t, df); }
 double quantile(double p, double df) { return quantile_of(inv_t_df, p, df); }

@@ -3,11 +3,11 @@
 
 #include "kernels/limits.hpp"
 #include "support/equality.hpp"
+#include "support/special_values.hpp"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <ostream>
 
 namespace vela::test {
@@ -54,7 +54,7 @@ void expect_quantile(double x, double p, double tolerance, TailsAt tails_at, dou
     };
     const double expected = p <= 0.5 ? p : 1.0 - p;
     const double got = smaller(x);
-    const double next = smaller(std::nextafter(x, std::numeric_limits<double>::infinity()));
+    const double next = smaller(std::nextafter(x, kInfinity));
     EXPECT_LE(std::fabs(got - expected), tolerance * expected + ulps * std::fabs(next - got))
         << "p " << p << ", quantile " << x;
 }

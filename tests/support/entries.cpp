@@ -1,9 +1,10 @@
 #include "support/entries.hpp"
 
+#include "support/special_values.hpp"
 #include "vela/vela.hpp"
 
 #include <algorithm>
-#include <limits>
+#include <cfloat>
 #include <map>
 #include <stdexcept>
 #include <type_traits>
@@ -78,103 +79,87 @@ Entry discrete(const char* name, Domain first,
             }};
 }
 
+/// The three functions of a family, each in its scalar and its array form.
+template <class... Parameters>
+std::vector<Entry> family(const std::string& name, Domain x, const std::vector<Domain>& parameters,
+                          double (*pdf)(double, Parameters...),
+                          void (*pdfs)(double*, const double*, std::size_t, Parameters...),
+                          double (*cdf)(double, std::type_identity_t<Parameters>..., bool),
+                          void (*cdfs)(double*, const double*, std::size_t,
+                                       std::type_identity_t<Parameters>..., bool),
+                          double (*inverse)(double, Parameters...),
+                          void (*inverses)(double*, const double*, std::size_t, Parameters...)) {
+    std::vector<Domain> domains = {x};
+    domains.insert(domains.end(), parameters.begin(), parameters.end());
+    std::vector<Entry> rows(3, {name + "Pdf", domains, scalar(pdf), array(pdfs)});
+    rows[1] = {name + "Cdf", domains, scalar(cdf), array(cdfs)};
+    rows[1].domains.push_back(kFlag);
+    domains[0] = kProbability;
+    rows[2] = {name + "InvCdf", domains, scalar(inverse), array(inverses)};
+    return rows;
+}
+
+std::vector<Entry> join(const std::vector<std::vector<Entry>>& groups) {
+    std::vector<Entry> all;
+    for (const std::vector<Entry>& group : groups) {
+        all.insert(all.end(), group.begin(), group.end());
+    }
+    return all;
+}
+
 }  // namespace
 
 const std::vector<Entry>& entries() {
-    // One row, one line.
+    // One row or family, one line.
     // clang-format off
-    static const std::vector<Entry> table = {
-        {"NormalPdf", {kReal, kLocation, kPositive}, scalar(NormalPdf), array(NormalPdf)},
-        {"NormalCdf", {kReal, kLocation, kPositive, kFlag}, scalar(NormalCdf), array(NormalCdf)},
-        {"NormalInvCdf", {kProbability, kLocation, kPositive}, scalar(NormalInvCdf), array(NormalInvCdf)},
-        {"ExponentialPdf", {kReal, kPositive, kLocation}, scalar(ExponentialPdf), array(ExponentialPdf)},
-        {"ExponentialCdf", {kReal, kPositive, kLocation, kFlag}, scalar(ExponentialCdf), array(ExponentialCdf)},
-        {"ExponentialInvCdf", {kProbability, kPositive, kLocation}, scalar(ExponentialInvCdf), array(ExponentialInvCdf)},
-        {"TPdf", {kReal, kDegreesOfFreedom, kNoncentrality}, scalar(TPdf), array(TPdf)},
-        {"TCdf", {kReal, kDegreesOfFreedom, kNoncentrality, kFlag}, scalar(TCdf), array(TCdf)},
-        {"TInvCdf", {kProbability, kDegreesOfFreedom, kNoncentrality}, scalar(TInvCdf), array(TInvCdf)},
-        {"NormalPValue", {kReal, kAlternative}, scalar(NormalPValue), {}},
-        {"TPValue", {kReal, kDegreesOfFreedom, kAlternative}, scalar(TPValue), {}},
-        {"NormalCritValue", {kProbability, kAlternative}, scalar(NormalCritValue), {}},
-        {"TCritValue", {kProbability, kDegreesOfFreedom, kAlternative, kComparisons}, scalar(TCritValue), {}},
-        {"TSidakCritValue", {kProbability, kDegreesOfFreedom, kAlternative, kComparisons}, scalar(TSidakCritValue), {}},
-        {"BinomialPdf", {kReal, kSize, kProbability}, scalar(BinomialPdf), array(BinomialPdf)},
-        {"BinomialCdf", {kReal, kSize, kProbability, kFlag}, scalar(BinomialCdf), array(BinomialCdf)},
-        {"BinomialInvCdf", {kProbability, kSize, kProbability}, scalar(BinomialInvCdf), array(BinomialInvCdf)},
-        {"PoissonPdf", {kReal, kPositive}, scalar(PoissonPdf), array(PoissonPdf)},
-        {"PoissonCdf", {kReal, kPositive, kFlag}, scalar(PoissonCdf), array(PoissonCdf)},
-        {"PoissonInvCdf", {kProbability, kPositive}, scalar(PoissonInvCdf), array(PoissonInvCdf)},
-        {"GeometricPdf", {kReal, kProbability}, scalar(GeometricPdf), array(GeometricPdf)},
-        {"GeometricCdf", {kReal, kProbability, kFlag}, scalar(GeometricCdf), array(GeometricCdf)},
-        {"GeometricInvCdf", {kProbability, kProbability}, scalar(GeometricInvCdf), array(GeometricInvCdf)},
-        {"NegBinomialPdf", {kReal, kProbability, kPositive}, scalar(NegBinomialPdf), array(NegBinomialPdf)},
-        {"NegBinomialCdf", {kReal, kProbability, kPositive, kFlag}, scalar(NegBinomialCdf), array(NegBinomialCdf)},
-        {"NegBinomialInvCdf", {kProbability, kProbability, kPositive}, scalar(NegBinomialInvCdf), array(NegBinomialInvCdf)},
-        {"HypergeometricPdf", {kReal, kSize, kSize, kSize}, scalar(HypergeometricPdf), array(HypergeometricPdf)},
-        {"HypergeometricCdf", {kReal, kSize, kSize, kSize, kFlag}, scalar(HypergeometricCdf), array(HypergeometricCdf)},
-        {"HypergeometricInvCdf", {kProbability, kSize, kSize, kSize}, scalar(HypergeometricInvCdf), array(HypergeometricInvCdf)},
-        {"IntegerUniformPdf", {kReal, kInteger, kInteger}, scalar(IntegerUniformPdf), array(IntegerUniformPdf)},
-        {"IntegerUniformCdf", {kReal, kInteger, kInteger, kFlag}, scalar(IntegerUniformCdf), array(IntegerUniformCdf)},
-        {"IntegerUniformInvCdf", {kProbability, kInteger, kInteger}, scalar(IntegerUniformInvCdf), array(IntegerUniformInvCdf)},
-        {"BinomialPValue", {kReal, kSize, kProbability, kAlternative}, scalar(BinomialPValue), {}},
-        {"HypergeometricPValue", {kSize, kSize, kSize, kSize, kAlternative}, scalar(HypergeometricPValue), {}},
-        {"CauchyPdf", {kReal, kLocation, kPositive}, scalar(CauchyPdf), array(CauchyPdf)},
-        {"CauchyCdf", {kReal, kLocation, kPositive, kFlag}, scalar(CauchyCdf), array(CauchyCdf)},
-        {"CauchyInvCdf", {kProbability, kLocation, kPositive}, scalar(CauchyInvCdf), array(CauchyInvCdf)},
-        {"GammaPdf", {kReal, kPositive, kPositive, kLocation}, scalar(GammaPdf), array(GammaPdf)},
-        {"GammaCdf", {kReal, kPositive, kPositive, kLocation, kFlag}, scalar(GammaCdf), array(GammaCdf)},
-        {"GammaInvCdf", {kProbability, kPositive, kPositive, kLocation}, scalar(GammaInvCdf), array(GammaInvCdf)},
-        {"HalfNormalPdf", {kReal, kPositive, kLocation}, scalar(HalfNormalPdf), array(HalfNormalPdf)},
-        {"HalfNormalCdf", {kReal, kPositive, kLocation, kFlag}, scalar(HalfNormalCdf), array(HalfNormalCdf)},
-        {"HalfNormalInvCdf", {kProbability, kPositive, kLocation}, scalar(HalfNormalInvCdf), array(HalfNormalInvCdf)},
-        {"LambdaPdf", {kReal, kLambda, kLocation, kPositive}, scalar(LambdaPdf), array(LambdaPdf)},
-        {"LambdaCdf", {kReal, kLambda, kLocation, kPositive, kFlag}, scalar(LambdaCdf), array(LambdaCdf)},
-        {"LambdaInvCdf", {kProbability, kLambda, kLocation, kPositive}, scalar(LambdaInvCdf), array(LambdaInvCdf)},
-        {"LaplacePdf", {kReal, kLocation, kPositive}, scalar(LaplacePdf), array(LaplacePdf)},
-        {"LaplaceCdf", {kReal, kLocation, kPositive, kFlag}, scalar(LaplaceCdf), array(LaplaceCdf)},
-        {"LaplaceInvCdf", {kProbability, kLocation, kPositive}, scalar(LaplaceInvCdf), array(LaplaceInvCdf)},
-        {"LargestExtremeValuePdf", {kReal, kLocation, kPositive}, scalar(LargestExtremeValuePdf), array(LargestExtremeValuePdf)},
-        {"LargestExtremeValueCdf", {kReal, kLocation, kPositive, kFlag}, scalar(LargestExtremeValueCdf), array(LargestExtremeValueCdf)},
-        {"LargestExtremeValueInvCdf", {kProbability, kLocation, kPositive}, scalar(LargestExtremeValueInvCdf), array(LargestExtremeValueInvCdf)},
-        {"LogisticPdf", {kReal, kLocation, kPositive}, scalar(LogisticPdf), array(LogisticPdf)},
-        {"LogisticCdf", {kReal, kLocation, kPositive, kFlag}, scalar(LogisticCdf), array(LogisticCdf)},
-        {"LogisticInvCdf", {kProbability, kLocation, kPositive}, scalar(LogisticInvCdf), array(LogisticInvCdf)},
-        {"LogLogisticPdf", {kReal, kLocation, kPositive, kLocation}, scalar(LogLogisticPdf), array(LogLogisticPdf)},
-        {"LogLogisticCdf", {kReal, kLocation, kPositive, kLocation, kFlag}, scalar(LogLogisticCdf), array(LogLogisticCdf)},
-        {"LogLogisticInvCdf", {kProbability, kLocation, kPositive, kLocation}, scalar(LogLogisticInvCdf), array(LogLogisticInvCdf)},
-        {"LogNormalPdf", {kReal, kLocation, kPositive, kLocation}, scalar(LogNormalPdf), array(LogNormalPdf)},
-        {"LogNormalCdf", {kReal, kLocation, kPositive, kLocation, kFlag}, scalar(LogNormalCdf), array(LogNormalCdf)},
-        {"LogNormalInvCdf", {kProbability, kLocation, kPositive, kLocation}, scalar(LogNormalInvCdf), array(LogNormalInvCdf)},
-        {"SmallestExtremeValuePdf", {kReal, kLocation, kPositive}, scalar(SmallestExtremeValuePdf), array(SmallestExtremeValuePdf)},
-        {"SmallestExtremeValueCdf", {kReal, kLocation, kPositive, kFlag}, scalar(SmallestExtremeValueCdf), array(SmallestExtremeValueCdf)},
-        {"SmallestExtremeValueInvCdf", {kProbability, kLocation, kPositive}, scalar(SmallestExtremeValueInvCdf), array(SmallestExtremeValueInvCdf)},
-        {"TriangularPdf", {kReal, kLocation, kLocation, kLocation}, scalar(TriangularPdf), array(TriangularPdf)},
-        {"TriangularCdf", {kReal, kLocation, kLocation, kLocation, kFlag}, scalar(TriangularCdf), array(TriangularCdf)},
-        {"TriangularInvCdf", {kProbability, kLocation, kLocation, kLocation}, scalar(TriangularInvCdf), array(TriangularInvCdf)},
-        {"UniformPdf", {kReal, kLocation, kLocation}, scalar(UniformPdf), array(UniformPdf)},
-        {"UniformCdf", {kReal, kLocation, kLocation, kFlag}, scalar(UniformCdf), array(UniformCdf)},
-        {"UniformInvCdf", {kProbability, kLocation, kLocation}, scalar(UniformInvCdf), array(UniformInvCdf)},
-        {"WeibullPdf", {kReal, kPositive, kPositive, kLocation}, scalar(WeibullPdf), array(WeibullPdf)},
-        {"WeibullCdf", {kReal, kPositive, kPositive, kLocation, kFlag}, scalar(WeibullCdf), array(WeibullCdf)},
-        {"WeibullInvCdf", {kProbability, kPositive, kPositive, kLocation}, scalar(WeibullInvCdf), array(WeibullInvCdf)},
-        {"BetaPdf", {kUnitInterval, kShape, kShape}, scalar(BetaPdf), array(BetaPdf)},
-        {"BetaCdf", {kUnitInterval, kShape, kShape, kFlag}, scalar(BetaCdf), array(BetaCdf)},
-        {"BetaInvCdf", {kProbability, kShape, kShape}, scalar(BetaInvCdf), array(BetaInvCdf)},
-        {"ChiSqPdf", {kReal, kDegreesOfFreedom}, scalar(ChiSqPdf), array(ChiSqPdf)},
-        {"ChiSqCdf", {kReal, kDegreesOfFreedom, kSumOfSquares, kFlag}, scalar(ChiSqCdf), array(ChiSqCdf)},
-        {"ChiSqInvCdf", {kProbability, kDegreesOfFreedom, kSumOfSquares}, scalar(ChiSqInvCdf), array(ChiSqInvCdf)},
-        {"FPdf", {kReal, kDegreesOfFreedom, kDegreesOfFreedom}, scalar(FPdf), array(FPdf)},
-        {"FCdf", {kReal, kDegreesOfFreedom, kDegreesOfFreedom, kSumOfSquares, kFlag}, scalar(FCdf), array(FCdf)},
-        {"FInvCdf", {kProbability, kDegreesOfFreedom, kDegreesOfFreedom, kSumOfSquares}, scalar(FInvCdf), array(FInvCdf)},
-        {"ChiSqPValue", {kReal, kDegreesOfFreedom, kAlternative}, scalar(ChiSqPValue), {}},
-        {"FPValue", {kReal, kDegreesOfFreedom, kDegreesOfFreedom, kAlternative}, scalar(FPValue), {}},
-        {"ChiSqCritValue", {kProbability, kDegreesOfFreedom, kAlternative}, scalar(ChiSqCritValue), {}},
-        {"FCritValue", {kProbability, kDegreesOfFreedom, kDegreesOfFreedom, kAlternative}, scalar(FCritValue), {}},
-        discrete("DiscretePdf", kReal, DiscretePdf, DiscretePdf),
-        discrete("DiscreteCdf", kReal, DiscreteCdf, DiscreteCdf),
-        discrete("DiscreteInvCdf", kProbability, DiscreteInvCdf, DiscreteInvCdf),
+    static const std::vector<Entry> table = join({
+        family("Normal", kReal, {kLocation, kPositive}, NormalPdf, NormalPdf, NormalCdf, NormalCdf, NormalInvCdf, NormalInvCdf),
+        family("Exponential", kReal, {kPositive, kLocation}, ExponentialPdf, ExponentialPdf, ExponentialCdf, ExponentialCdf, ExponentialInvCdf, ExponentialInvCdf),
+        family("T", kReal, {kDegreesOfFreedom, kNoncentrality}, TPdf, TPdf, TCdf, TCdf, TInvCdf, TInvCdf),
+        {{"NormalPValue", {kReal, kAlternative}, scalar(NormalPValue), {}},
+         {"TPValue", {kReal, kDegreesOfFreedom, kAlternative}, scalar(TPValue), {}},
+         {"NormalCritValue", {kProbability, kAlternative}, scalar(NormalCritValue), {}},
+         {"TCritValue", {kProbability, kDegreesOfFreedom, kAlternative, kComparisons}, scalar(TCritValue), {}},
+         {"TSidakCritValue", {kProbability, kDegreesOfFreedom, kAlternative, kComparisons}, scalar(TSidakCritValue), {}}},
+        {{"BinomialPdf", {kReal, kSize, kProbability}, scalar(BinomialPdf), array(BinomialPdf)},
+         {"BinomialCdf", {kReal, kSize, kProbability, kFlag}, scalar(BinomialCdf), array(BinomialCdf)},
+         {"BinomialInvCdf", {kProbability, kSize, kProbability}, scalar(BinomialInvCdf), array(BinomialInvCdf)}},
+        family("Poisson", kReal, {kPositive}, PoissonPdf, PoissonPdf, PoissonCdf, PoissonCdf, PoissonInvCdf, PoissonInvCdf),
+        family("Geometric", kReal, {kProbability}, GeometricPdf, GeometricPdf, GeometricCdf, GeometricCdf, GeometricInvCdf, GeometricInvCdf),
+        family("NegBinomial", kReal, {kProbability, kPositive}, NegBinomialPdf, NegBinomialPdf, NegBinomialCdf, NegBinomialCdf, NegBinomialInvCdf, NegBinomialInvCdf),
+        family("Hypergeometric", kReal, {kSize, kSize, kSize}, HypergeometricPdf, HypergeometricPdf, HypergeometricCdf, HypergeometricCdf, HypergeometricInvCdf, HypergeometricInvCdf),
+        family("IntegerUniform", kReal, {kInteger, kInteger}, IntegerUniformPdf, IntegerUniformPdf, IntegerUniformCdf, IntegerUniformCdf, IntegerUniformInvCdf, IntegerUniformInvCdf),
+        {{"BinomialPValue", {kReal, kSize, kProbability, kAlternative}, scalar(BinomialPValue), {}},
+         {"HypergeometricPValue", {kSize, kSize, kSize, kSize, kAlternative}, scalar(HypergeometricPValue), {}}},
+        family("Cauchy", kReal, {kLocation, kPositive}, CauchyPdf, CauchyPdf, CauchyCdf, CauchyCdf, CauchyInvCdf, CauchyInvCdf),
+        family("Gamma", kReal, {kPositive, kPositive, kLocation}, GammaPdf, GammaPdf, GammaCdf, GammaCdf, GammaInvCdf, GammaInvCdf),
+        family("HalfNormal", kReal, {kPositive, kLocation}, HalfNormalPdf, HalfNormalPdf, HalfNormalCdf, HalfNormalCdf, HalfNormalInvCdf, HalfNormalInvCdf),
+        family("Lambda", kReal, {kLambda, kLocation, kPositive}, LambdaPdf, LambdaPdf, LambdaCdf, LambdaCdf, LambdaInvCdf, LambdaInvCdf),
+        family("Laplace", kReal, {kLocation, kPositive}, LaplacePdf, LaplacePdf, LaplaceCdf, LaplaceCdf, LaplaceInvCdf, LaplaceInvCdf),
+        family("LargestExtremeValue", kReal, {kLocation, kPositive}, LargestExtremeValuePdf, LargestExtremeValuePdf, LargestExtremeValueCdf, LargestExtremeValueCdf, LargestExtremeValueInvCdf, LargestExtremeValueInvCdf),
+        family("Logistic", kReal, {kLocation, kPositive}, LogisticPdf, LogisticPdf, LogisticCdf, LogisticCdf, LogisticInvCdf, LogisticInvCdf),
+        family("LogLogistic", kReal, {kLocation, kPositive, kLocation}, LogLogisticPdf, LogLogisticPdf, LogLogisticCdf, LogLogisticCdf, LogLogisticInvCdf, LogLogisticInvCdf),
+        family("LogNormal", kReal, {kLocation, kPositive, kLocation}, LogNormalPdf, LogNormalPdf, LogNormalCdf, LogNormalCdf, LogNormalInvCdf, LogNormalInvCdf),
+        family("SmallestExtremeValue", kReal, {kLocation, kPositive}, SmallestExtremeValuePdf, SmallestExtremeValuePdf, SmallestExtremeValueCdf, SmallestExtremeValueCdf, SmallestExtremeValueInvCdf, SmallestExtremeValueInvCdf),
+        family("Triangular", kReal, {kLocation, kLocation, kLocation}, TriangularPdf, TriangularPdf, TriangularCdf, TriangularCdf, TriangularInvCdf, TriangularInvCdf),
+        family("Uniform", kReal, {kLocation, kLocation}, UniformPdf, UniformPdf, UniformCdf, UniformCdf, UniformInvCdf, UniformInvCdf),
+        family("Weibull", kReal, {kPositive, kPositive, kLocation}, WeibullPdf, WeibullPdf, WeibullCdf, WeibullCdf, WeibullInvCdf, WeibullInvCdf),
+        family("Beta", kUnitInterval, {kShape, kShape}, BetaPdf, BetaPdf, BetaCdf, BetaCdf, BetaInvCdf, BetaInvCdf),
+        {{"ChiSqPdf", {kReal, kDegreesOfFreedom}, scalar(ChiSqPdf), array(ChiSqPdf)},
+         {"ChiSqCdf", {kReal, kDegreesOfFreedom, kSumOfSquares, kFlag}, scalar(ChiSqCdf), array(ChiSqCdf)},
+         {"ChiSqInvCdf", {kProbability, kDegreesOfFreedom, kSumOfSquares}, scalar(ChiSqInvCdf), array(ChiSqInvCdf)},
+         {"FPdf", {kReal, kDegreesOfFreedom, kDegreesOfFreedom}, scalar(FPdf), array(FPdf)},
+         {"FCdf", {kReal, kDegreesOfFreedom, kDegreesOfFreedom, kSumOfSquares, kFlag}, scalar(FCdf), array(FCdf)},
+         {"FInvCdf", {kProbability, kDegreesOfFreedom, kDegreesOfFreedom, kSumOfSquares}, scalar(FInvCdf), array(FInvCdf)},
+         {"ChiSqPValue", {kReal, kDegreesOfFreedom, kAlternative}, scalar(ChiSqPValue), {}},
+         {"FPValue", {kReal, kDegreesOfFreedom, kDegreesOfFreedom, kAlternative}, scalar(FPValue), {}},
+         {"ChiSqCritValue", {kProbability, kDegreesOfFreedom, kAlternative}, scalar(ChiSqCritValue), {}},
+         {"FCritValue", {kProbability, kDegreesOfFreedom, kDegreesOfFreedom, kAlternative}, scalar(FCritValue), {}},
+         discrete("DiscretePdf", kReal, DiscretePdf, DiscretePdf),
+         discrete("DiscreteCdf", kReal, DiscreteCdf, DiscreteCdf),
+         discrete("DiscreteInvCdf", kProbability, DiscreteInvCdf, DiscreteInvCdf)},
         // clang-format on
-    };
+    });
     return table;
 }
 
@@ -188,21 +173,18 @@ const Entry& entry(const std::string& name) {
 }
 
 const std::vector<double>& grid(Domain domain) {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
-    constexpr double largest = std::numeric_limits<double>::max();
-    constexpr double denormal = std::numeric_limits<double>::denorm_min();
     static const std::map<Domain, std::vector<double>> grids = {
-        {kReal,
-         {-largest, -1e300, -1e10, -37.6, -1.5, -1e-10, -1e-300, -denormal, 0.0,          1e-308,
-          1e-8,     0.3,    1.0,   2.5,   36.5, 700.0,  1e5,     1e150,     MissingValue, largest}},
+        {kReal, {-DBL_MAX,      -1e300, -1e10,  -37.6, -1.5,         -1e-10, -1e-300,
+                 -DBL_TRUE_MIN, 0.0,    1e-308, 1e-8,  0.3,          1.0,    2.5,
+                 36.5,          700.0,  1e5,    1e150, MissingValue, DBL_MAX}},
         {kLocation, {-1e300, -1e10, -1.5, -1e-300, 0.0, 0.3, 1e5, 1e300}},
-        {kPositive, {denormal, 1e-308, 1e-300, 1e-8, 0.5, 1.0, 3.0, 1e5, 1e300}},
+        {kPositive, {DBL_TRUE_MIN, 1e-308, 1e-300, 1e-8, 0.5, 1.0, 3.0, 1e5, 1e300}},
         {kDegreesOfFreedom,
-         {denormal, 1e-300, 1e-3, 0.5, 1.0, 2.0, 7.5, 100.0, 1e5, 1e8, 1e15, 1e300, infinity}},
+         {DBL_TRUE_MIN, 1e-300, 1e-3, 0.5, 1.0, 2.0, 7.5, 100.0, 1e5, 1e8, 1e15, 1e300, kInfinity}},
         {kNoncentrality, {-1e4, -30.0, -1.0, -1e-10, 0.0, 1e-300, 0.5, 5.0, 40.0, 1e4}},
         {kProbability,
-         {0.0, denormal, 1e-300, 1e-101, 1e-100, 1e-17, 0.01, 0.25, 0.42, 0.499999, 0.5, 0.500001,
-          0.7, 0.999, 1.0 - 0x1p-53, 1.0}},
+         {0.0, DBL_TRUE_MIN, 1e-300, 1e-101, 1e-100, 1e-17, 0.01, 0.25, 0.42, 0.499999, 0.5,
+          0.500001, 0.7, 0.999, 1.0 - 0x1p-53, 1.0}},
         {kFlag, {0.0, 1.0}},
         {kAlternative, {-1.0, 0.0, 1.0, 2.0}},
         {kComparisons, {1.0, 2.0, 1000.0}},
@@ -213,8 +195,8 @@ const std::vector<double>& grid(Domain domain) {
         {kShape,
          {1e-150, 1e-20, 1e-3, 0.3, 0.5, 1.0, 2.0, 7.5, 60.0, 500.0, 1e6, 1e8, 1e15, 1e50, 1e150}},
         {kUnitInterval,
-         {-largest, -1.5, -denormal, 0.0, denormal, 1e-308, 1e-150, 1e-16, 1e-8, 0.1, 0.3, 0.5, 0.7,
-          0.999, 1.0 - 0x1p-53, 1.0, 1.5, MissingValue, largest}},
+         {-DBL_MAX, -1.5, -DBL_TRUE_MIN, 0.0, DBL_TRUE_MIN, 1e-308, 1e-150, 1e-16, 1e-8, 0.1, 0.3,
+          0.5, 0.7, 0.999, 1.0 - 0x1p-53, 1.0, 1.5, MissingValue, DBL_MAX}},
         {kSumOfSquares, {0.0, 1e-300, 1e-10, 0.5, 40.0, 1e4}},
         {kLambda,
          {-1e300, -1e12, -2e4, -1e3, -3.0, -1.0, -1e-10, -1e-300, 0.0, 1e-300, 1e-10, 0.14, 0.5,
@@ -224,13 +206,9 @@ const std::vector<double>& grid(Domain domain) {
 }
 
 const std::vector<double>& hostile_values() {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
-    constexpr double largest = std::numeric_limits<double>::max();
-    constexpr double denormal = std::numeric_limits<double>::denorm_min();
-    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-    static const std::vector<double> values = {nan,  -infinity, infinity,    -largest, largest,
-                                               -1.0, -denormal, -0.0,        denormal, 0.5,
-                                               1.0,  1e9,       MissingValue};
+    static const std::vector<double> values = {
+        kNaN, -kInfinity,   kInfinity, -DBL_MAX, DBL_MAX, -1.0,        -DBL_TRUE_MIN,
+        -0.0, DBL_TRUE_MIN, 0.5,       1.0,      1e9,     MissingValue};
     return values;
 }
 

@@ -1,10 +1,12 @@
 #ifndef VELA_TESTS_SUPPORT_THREADS_HPP
 #define VELA_TESTS_SUPPORT_THREADS_HPP
 
+#include "support/floating_point_state.hpp"
 #include "vela/floating_point.hpp"
 
+#include <gtest/gtest.h>
+
 #include <thread>
-#include <utility>
 
 namespace vela::test {
 
@@ -20,6 +22,19 @@ void on_thread(Registration registration, Function function) {
         }
         function();
     }).join();
+}
+
+/// The call under a host that left its traps armed and expects to find them so. A fault ends it by
+/// an exception that nobody catches.
+template <class Function>
+void under_armed_host(Function function) {
+    on_thread(Registration::kRegistered, [&] {
+        SetKroFpuStates();
+        const bool wereArmed = traps_are_armed();
+        function();
+        EXPECT_EQ(traps_are_armed(), wereArmed) << "the host has its own state back";
+        ResetFpuStates();
+    });
 }
 
 }  // namespace vela::test
