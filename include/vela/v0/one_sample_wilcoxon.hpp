@@ -41,7 +41,8 @@ struct VELA_API OneSampleWilcoxon {
 /// exceeds mu - 1. The limits are the (k + 1)-th smallest and largest Walsh average, exactly, each
 /// rounded once, and the achieved confidence is that of k + 1/2. One observation has an estimate
 /// only; a limit of which there are too few averages is NaN, as are the limits for a type outside
-/// -1..1, and a confidence outside (0, 1) leaves its limits and the achieved confidence NaN.
+/// -1..1. A confidence without a quantile (1 or more, NaN) leaves both limits and the achieved
+/// confidence NaN, whatever the type.
 ///
 /// @param record      in: count; out: everything else
 /// @param x           record->count observations; may be null when count is 0

@@ -104,6 +104,9 @@ void write_interval(OneSampleWilcoxon* record, const Sample& sample, double conf
         });
     const ValueRanges averages = walsh_averages(sample, interval.ranks);
     record->estimate = interval.estimate(averages);
+    if (std::isnan(interval.achievedConfidence)) {
+        return;  // a confidence without a quantile has no limits, open ones included
+    }
     record->achievedConfidence = interval.achievedConfidence;
     record->lower = type == IntervalType::UpperBound ? -kInfinity : interval.lower(averages);
     record->upper = type == IntervalType::LowerBound ? kInfinity : interval.upper(averages);

@@ -234,7 +234,7 @@ TEST(RankIntervals, AnswerHostileInput) {
         {"constant", Values(50, 0.1), 0.95, 0, true, true, true},
         {"confidence 0", good, 0.0, 0, true, true, true},
         {"confidence 1", good, 1.0, 0, true, false, false},
-        {"confidence 2", good, 2.0, 0, true, false, false},
+        {"confidence 2", good, 2.0, -1, true, false, false},
         {"confidence NaN", good, kNaN, 0, true, false, false},
         {"confidence -0.9", good, -0.9, 0, true, true, true},
         {"type 2", good, 0.95, 2, true, true, false},
@@ -248,7 +248,7 @@ TEST(RankIntervals, AnswerHostileInput) {
         EXPECT_EQ(one.count, row.x.size());
         EXPECT_EQ(!IsNaN(one.estimate), row.hasEstimate);
         EXPECT_EQ(!IsNaN(one.achievedConfidence), row.hasConfidence);
-        EXPECT_EQ(!IsNaN(one.lower) && !IsNaN(one.upper), row.hasLimits);
+        EXPECT_TRUE(IsNaN(one.lower) != row.hasLimits && IsNaN(one.upper) != row.hasLimits);
 
         MannWhitney two;
         two.count1 = size(row.x);
