@@ -35,8 +35,8 @@ VELA_API void BetaPdf(double* out, const double* x, std::size_t n, double first,
 /// @param second  > 0
 /// @param upper   true: P(X > x); false: P(X <= x)
 /// @return probability in [0, 1]; NaN for invalid shapes and for NaN
-/// @accuracy relative, either tail: 1.0e-14 over shapes 1e-3 to 1e6 and tails down to 2e-288,
-///           1.5e-15 where both shapes exceed 40
+/// @accuracy relative, either tail: 1.5e-14 over shapes 1e-3 to 1e6 and tails down to 2e-288,
+///           1.5e-15 where both shapes exceed 60
 /// @see Didonato & Morris (1992), Algorithm 708, ACM TOMS 18
 VELA_API double BetaCdf(double x, double first, double second, bool upper);
 /// The same for n values.

@@ -37,7 +37,7 @@ VELA_API void FPdf(double* out, const double* x, std::size_t n, double df1, doub
 /// @param noncentrality  0 to 4e6
 /// @param upper          true: P(F > x); false: P(F <= x)
 /// @return probability in [0, 1]; NaN for parameters outside their domain and for NaN
-/// @accuracy relative, either tail down to 1e-280: central 5e-15, 1.5e-14 for x below 1e-130;
+/// @accuracy relative, either tail down to 1e-280: central 1.5e-14;
 ///           noncentral 2e-13, df1 and df2 1e-3 to 1e8, noncentrality up to 1e4
 /// @see Johnson, Kotz & Balakrishnan (1995), Continuous Univariate Distributions 2, ch. 27 and 30
 VELA_API double FCdf(double x, double df1, double df2, double noncentrality, bool upper);

@@ -1,11 +1,11 @@
 #ifndef VELA_DESCRIPTIVE_KAHAN_HPP
 #define VELA_DESCRIPTIVE_KAHAN_HPP
 
+#include "kernels/pair.hpp"
+
 namespace vela::descriptive {
 
-/// Two doubles side by side: every operation is that of doubles, element by element, in one
-/// instruction where there is one.
-using Pair [[gnu::vector_size(16)]] = double;
+using kernels::Pair;
 
 /// Compensated accumulator of doubles or pairs. The value read back is the sum alone: the
 /// compensation is never folded in at the end.

@@ -20,9 +20,8 @@ using kernels::BetaQuantile;
 using kernels::BetaShapes;
 
 /// What the prepared kernels take; NaN fails too.
-bool are_in_range(double first, double second) {
-    return std::isgreaterequal(std::fmin(first, second), 1e-150) &&
-           std::islessequal(std::fmax(first, second), 1e150) && first == first && second == second;
+bool is_in_range(double shape) {
+    return std::isgreaterequal(shape, 1e-150) && std::islessequal(shape, 1e150);
 }
 
 /// The density at an end of the support, where the distance to that end is raised to shape - 1.
@@ -34,7 +33,7 @@ double end_density(double shape, double other) {
 }
 
 auto beta_pdf(double first, double second) {
-    const bool isValid = are_in_range(first, second);
+    const bool isValid = is_in_range(first) && is_in_range(second);
     return [=, power = BetaPower(isValid ? first : 1.0, isValid ? second : 1.0)](double x) {
         if (!isValid || x != x) {
             return MissingValue;
@@ -50,7 +49,7 @@ auto beta_pdf(double first, double second) {
 }
 
 auto beta_cdf(double first, double second, bool upper) {
-    const bool isValid = are_in_range(first, second);
+    const bool isValid = is_in_range(first) && is_in_range(second);
     return [=, shapes = BetaShapes(isValid ? first : 1.0, isValid ? second : 1.0)](double x) {
         const auto kernel = [&](double* lowerTail, double* upperTail) {
             if (!isValid || !std::isgreater(x, 0.0) || !std::isless(x, 1.0)) {

@@ -12,7 +12,8 @@
 //                               term, where b is whole or the sum ends before b; power series where
 //                               short; normal-tail expansion where both shapes are large and the
 //                               point is near the mean; continued fraction
-// With both shapes above 1 the tail away from the mean is the small one. With a shape below 1 the
+// With both shapes above 1 the tail away from the mean is the small one; near the mean both are
+// large, and the one with the shorter sum is computed. With a shape below 1 the
 // small tail is not known beforehand: when the computed one exceeds kComplementLimit, or is seen to
 // from the start, the other is computed by itself.
 
@@ -22,6 +23,7 @@
 #include "kernels/beta_expansions.hpp"
 #include "kernels/beta_gamma.hpp"
 #include "kernels/limits.hpp"
+#include "kernels/pair.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -85,20 +87,23 @@ double small_b_factor(const Side& side) {
     return partial / side.a + growth * rest;
 }
 
+constexpr double kFewTerms = 60.0;  // of a binomial sum
+
+/// Whether binomial_sum() ends by itself, and soon.
+bool has_few_terms(const Side& side) {
+    return side.b <= kFewTerms && side.b == static_cast<int>(side.b);
+}
+
 /// Whether binomial_sum() needs few terms and has none of the negative ones that follow where j
 /// exceeds b. The terms fall about like exp(-j drop - j^2 bend).
 bool has_short_binomial_sum(const Side& side) {
-    constexpr double fewTerms = 60.0;
-    if (side.b <= fewTerms && side.b == static_cast<int>(side.b)) {
-        return true;
-    }
     constexpr double reach = 39.0;      // -ln of the first term left out
     constexpr double moreTerms = 90.0;  // still fewer operations than the fraction near the mean,
     constexpr double nearDrop = 0.35;   // which is shorter further out
     const double drop = side.margin / (side.margin + side.b * side.x);
     const double bend = 0.5 * (side.a + side.b) / (side.a * side.b);
     const double terms = 2.0 * reach / (drop + std::sqrt(drop * drop + 4.0 * reach * bend));
-    return terms < (drop < nearDrop ? moreTerms : fewTerms) && terms < side.b;
+    return terms < (drop < nearDrop ? moreTerms : kFewTerms) && terms < side.b;
 }
 
 /// *sum = y I_x(a, b) a / G where the point is below the mean: a binomial tail, first term first,
@@ -109,12 +114,15 @@ bool binomial_sum(const Side& side, double* sum) {
     const double last = std::min(side.b, 1000.0);
     const double odds = side.x / side.y;
     double term = 1.0;
-    *sum = 1.0;
-    for (double j = 1.0; term > kSeriesTolerance * *sum && j <= last; j += 1.0) {
-        term *= odds * ((side.b - j) / (side.a + j));
-        *sum += term;
+    double total = 1.0;
+    for (Pair j{1.0, 2.0}; term > kSeriesTolerance * total && j[0] <= last; j += 2.0) {
+        const Pair ratios = odds * ((side.b - j) / (side.a + j));
+        const double between = term * ratios[0];
+        term *= ratios[0] * ratios[1];
+        total += between + term;
     }
-    return term <= negligible * *sum;
+    *sum = total;
+    return std::fabs(term) <= negligible * total;
 }
 
 /// I_x(a, b) / G; 0 or 4.
@@ -129,16 +137,17 @@ int tail_factor(const Side& side, double* factor) {
         return 0;
     }
     const bool areLarge = side.a > 1.0 && side.b > 1.0;
+    const double ratio = side.x * (side.a + side.b) / (side.a + 1.0);
+    const bool isShortSeries = !areLarge || ratio <= kShortRatio;
     double sum = 0.0;
-    if (areLarge && has_short_binomial_sum(side) && binomial_sum(side, &sum)) {
-        *factor = sum / (side.a * side.y);
+    if (areLarge && (has_few_terms(side) || (!isShortSeries && has_short_binomial_sum(side))) &&
+        binomial_sum(side, &sum)) {
+        *factor = sum * (1.0 / (side.a * side.y));
         return 0;
     }
-    const double ratio = side.x * (side.a + side.b) / (side.a + 1.0);
-    if (!areLarge || ratio <= kShortRatio) {
-        double S = 0.0;
-        const int status = beta_Iabx(side.a, side.b, side.x, &S);
-        *factor = S / side.a;
+    if (isShortSeries) {
+        const int status = beta_Iabx(side.a, side.b, side.x, &sum);
+        *factor = sum / side.a;
         return status;
     }
     constexpr double nearMean = 12.0;  // where the expansion's terms become small
@@ -156,7 +165,13 @@ int tail_factor(const Side& side, double* factor) {
 /// Whether the lower tail is the one to compute first.
 bool lower_first(const Side& side) {
     if (side.a > 1.0 && side.b > 1.0) {
-        return side.margin >= 0.0;
+        const bool isShort = has_few_terms(side);
+        const double variance = side.a / (side.a + side.b) * side.b;  // of the margin
+        if (isShort != has_few_terms(side.mirrored()) && side.margin * side.margin < variance) {
+            return isShort;
+        }
+        // at the mean by the shapes, so that exchanged arguments give exchanged tails
+        return side.margin > 0.0 || (side.margin == 0.0 && side.a > side.b);
     }
     if (side.a <= 1.0 && side.b <= 1.0) {
         return side.x <= side.y;
@@ -177,30 +192,42 @@ bool compute_tail(const Side& side, double* tail) {
     return status == 0;
 }
 
-/// Both shapes 1/2, as for Cauchy's distribution.
-void arcsine_tails(const BetaPoint& point, double* lower, double* upper, double* power) {
+/// Both shapes 1/2, as for Cauchy's distribution. Returns the power.
+double arcsine_tails(double x, double y, double* lower, double* upper) {
     constexpr double pi = 3.141592653589793;
-    const double rootX = std::sqrt(point.x.hi);
-    const double rootY = std::sqrt(point.y.hi);
+    const double rootX = std::sqrt(x);
+    const double rootY = std::sqrt(y);
     const double smaller = std::asin(std::min(rootX, rootY)) * (2.0 / pi);
     *lower = rootX <= rootY ? smaller : 1.0 - smaller;
     *upper = rootX <= rootY ? 1.0 - smaller : smaller;
-    *power = rootX * rootY / pi;
+    return rootX * rootY / pi;
+}
+
+/// No tail below the bound: it is 0, with a warning.
+void flush(double* lower, double* upper) {
+    if (*lower < kUnderflow || *upper < kUnderflow) {
+        raise_level(kWarning, "beta_df");
+        *lower = *lower < kUnderflow ? 0.0 : *lower;
+        *upper = *upper < kUnderflow ? 0.0 : *upper;
+    }
 }
 
 }  // namespace
 
 int beta_Iabx(double a, double b, double x, double* S) {
+    // Two terms at a time: their divisions run side by side.
     double term = 1.0;
     double sum = 1.0;
-    int n = 0;
-    while (term >= kSeriesTolerance * sum && n <= kMaxTerms) {
-        term *= x * ((a + b + n) / (a + 1.0 + n));
-        sum += term;
-        ++n;
+    Pair n{0.0, 1.0};
+    while (term >= kSeriesTolerance * sum && n[0] <= kMaxTerms) {
+        const Pair ratios = x * ((a + b + n) / (a + 1.0 + n));
+        const double between = term * ratios[0];
+        term *= ratios[0] * ratios[1];
+        sum += between + term;
+        n += 2.0;
     }
     *S = sum;
-    if (n > kMaxTerms) {
+    if (n[0] > kMaxTerms) {
         raise_level(kNoConvergence, "beta_Iabx");
         return kNoConvergence;
     }
@@ -248,21 +275,14 @@ int beta_Jabx(double a, double b, double x, double y, double margin, double* J) 
     return status;
 }
 
-bool BetaShapes::tails_and_power(const BetaPoint& point, double* lower, double* upper,
-                                 double* power) const {
-    if (a() == 0.5 && b() == 0.5) {
-        arcsine_tails(point, lower, upper, power);
-        return true;
-    }
-    const BetaPower::Value value = m_power.value(point);
-    *power = value.power;
-    Side side{a(), b(), point.x.hi, point.y.hi, value.margin, value.power, value.deviance};
+bool BetaShapes::unflushed_tails(const BetaPower::Value& at, double* lower, double* upper) const {
+    Side side{a(), b(), at.x, at.y, at.margin, at.power, at.deviance};
     bool lowerFirst = lower_first(side);
     if (!lowerFirst) {
         side = side.mirrored();
     }
     // the first term of its series already tells that this is not the small tail
-    if (side.a <= 1.0 && value.power > kComplementLimit * side.a) {
+    if (side.a <= 1.0 && at.power > kComplementLimit * side.a) {
         side = side.mirrored();
         lowerFirst = !lowerFirst;
     }
@@ -280,14 +300,32 @@ bool BetaShapes::tails_and_power(const BetaPoint& point, double* lower, double* 
     return converged;
 }
 
+bool BetaShapes::tails_and_power(const BetaPoint& point, double* lower, double* upper,
+                                 double* power) const {
+    if (are_halves()) {
+        *power = arcsine_tails(point.x.hi, point.y.hi, lower, upper);
+        return true;
+    }
+    const BetaPower::Value at = m_power.value(point);
+    *power = at.power;
+    return unflushed_tails(at, lower, upper);
+}
+
 bool BetaShapes::tails(const BetaPoint& point, double* lower, double* upper) const {
     double power = 0.0;
     const bool converged = tails_and_power(point, lower, upper, &power);
-    if (*lower < kUnderflow || *upper < kUnderflow) {
-        raise_level(kWarning, "beta_df");
-        *lower = *lower < kUnderflow ? 0.0 : *lower;
-        *upper = *upper < kUnderflow ? 0.0 : *upper;
+    flush(lower, upper);
+    return converged;
+}
+
+bool BetaShapes::tails(const BetaPower::Value& at, double* lower, double* upper) const {
+    bool converged = true;
+    if (are_halves()) {
+        arcsine_tails(at.x, at.y, lower, upper);
+    } else {
+        converged = unflushed_tails(at, lower, upper);
     }
+    flush(lower, upper);
     return converged;
 }
 

@@ -28,7 +28,8 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kDirectTotal = 12.0;  // a + b below which gamma functions are used as they are
 constexpr double kMostHalves = 120.0;  // twice the shapes for which both are cheap beyond that
 constexpr double kPowersTotal = 1e6;   // and below which powers are
-constexpr double kNearEnd = 1e-20;     // 1 - x is 1 for any x below
+constexpr double kFarthest = 650.0;  // margin beyond which a power may: neither exceeds e^|margin|
+constexpr double kNearEnd = 1e-20;   // 1 - x is 1 for any x below
 
 double quotient_or_infinity(double numerator, double denominator) {
     return denominator < 1.0 && numerator > denominator * kLargestDouble ? kInfinity
@@ -109,18 +110,16 @@ bool BetaPower::is_near_mean(double margin) const {
 
 /// What the lower doubles add to a ln u + b ln v.
 double BetaPower::rest_of_logs(DoubleDouble u, DoubleDouble v) const {
-    return m_a * (u.lo / u.hi) + m_b * (v.lo / v.hi);
+    return (m_a * u.lo * v.hi + m_b * v.lo * u.hi) / (u.hi * v.hi);
 }
 
 /// u^a v^b; false where a power is not far inside the range of doubles.
-bool BetaPower::stretched_powers(const BetaPoint& point, double* result) const {
+bool BetaPower::stretched_powers(DoubleDouble u, DoubleDouble v, double* result) const {
     constexpr double smallest = 1e-290;
-    const DoubleDouble u = point.x * m_stretchX;
-    const DoubleDouble v = point.y * m_stretchY;
     const double first = std::pow(u.hi, m_a);
     const double second = std::pow(v.hi, m_b);
     *result = first * second * (1.0 + rest_of_logs(u, v));
-    return std::min(first, second) > smallest && std::min(point.x.hi, point.y.hi) > smallest;
+    return std::min(first, second) > smallest;
 }
 
 namespace {
@@ -143,21 +142,48 @@ DoubleDouble BetaPower::deviance_at(const BetaPoint& point, DoubleDouble margin)
 }
 
 BetaPower::Value BetaPower::value(const BetaPoint& point) const {
-    const DoubleDouble margin = point.y * m_a - point.x * m_b;
+    const double x = point.x.hi;
+    const double y = point.y.hi;
     if (m_isDirect) {
-        const double powers = power(point.x.hi, m_a) * power(point.y.hi, m_b);
-        return {powers * (1.0 + rest_of_logs(point.x, point.y)) * m_scale, margin.hi,
+        const double powers = power(x, m_a) * power(y, m_b);
+        return {x, y, powers * (1.0 + rest_of_logs(point.x, point.y)) * m_scale, m_a * y - m_b * x,
                 kLargestDouble};
     }
-    constexpr double farthest = 650.0;  // neither power exceeds e^|margin|
+    constexpr double smallest = 1e-290;
+    const DoubleDouble margin = point.y * m_a - point.x * m_b;
     double powers = 0.0;
     const bool isNearMean = is_near_mean(margin.hi);
-    if (m_total.hi < kPowersTotal && std::fabs(margin.hi) < farthest && !isNearMean &&
-        stretched_powers(point, &powers)) {
-        return {powers * m_scale, margin.hi, kLargestDouble};
+    if (m_total.hi < kPowersTotal && std::fabs(margin.hi) < kFarthest && !isNearMean &&
+        std::min(x, y) > smallest &&
+        stretched_powers(point.x * m_stretchX, point.y * m_stretchY, &powers)) {
+        return {x, y, powers * m_scale, margin.hi, kLargestDouble};
     }
     const DoubleDouble e = deviance_at(point, margin);
-    return {exp_minus(e) * m_scale, margin.hi, isNearMean ? e.hi : kLargestDouble};
+    return {x, y, exp_minus(e) * m_scale, margin.hi, isNearMean ? e.hi : kLargestDouble};
+}
+
+std::optional<BetaPower::Value> BetaPower::value_at_f(double f) const {
+    const DoubleDouble odds = two_product(m_b, f);  // y / x times a
+    const DoubleDouble sum = DoubleDouble{m_a, 0.0} + odds;
+    const double x = m_a / sum.hi;
+    const double y = odds.hi / sum.hi;
+    const double margin = m_b * x * (f - 1.0);
+    if (m_isDirect) {
+        const bool feelsRounding = m_total.hi >= kDirectTotal;
+        const double rest =
+            feelsRounding ? rest_of_logs(DoubleDouble{m_a, 0.0} / sum, odds / sum) : 0.0;
+        return Value{x, y, power(x, m_a) * power(y, m_b) * (1.0 + rest) * m_scale, margin,
+                     kLargestDouble};
+    }
+    if (m_total.hi >= kPowersTotal || std::fabs(margin) >= kFarthest || is_near_mean(margin)) {
+        return std::nullopt;
+    }
+    double powers = 0.0;
+    const DoubleDouble u = m_total / sum;
+    if (!stretched_powers(u, u * f, &powers)) {
+        return std::nullopt;
+    }
+    return Value{x, y, powers * m_scale, margin, kLargestDouble};
 }
 
 double BetaPower::density(const BetaPoint& point) const {

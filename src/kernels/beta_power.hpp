@@ -3,6 +3,8 @@
 
 #include "kernels/double_double.hpp"
 
+#include <optional>
+
 namespace vela::kernels {
 
 /// A point of the unit interval with its complement, each to more than double precision. With
@@ -29,16 +31,22 @@ public:
     double a() const { return m_a; }
     double b() const { return m_b; }
 
-    /// The power with what is computed on the way to it.
+    /// The power with the point and what is computed on the way from it.
     struct Value {
+        double x, y;
         double power;
-        double margin;    // a y - b x, to the last bit
+        double margin;    // a y - b x, to the last bits
         double deviance;  // -ln(power / peak) for large shapes near the mean, else kLargestDouble
     };
 
     /// At a point with 0 < x.hi and 0 < y.hi. Relative error at most 1e-14 down to 1e-290.
     Value value(const BetaPoint& point) const;
     double at(const BetaPoint& point) const { return value(point).power; }
+
+    /// The same at the point whose odds y / x are f times those at the mean, b / a, as in the F
+    /// distribution; sooner, but not everywhere. f, its product with b and a are far from the ends
+    /// of the range of doubles.
+    std::optional<Value> value_at_f(double f) const;
 
     /// The same over x y, the beta density; infinite where it exceeds the range of doubles.
     double density(const BetaPoint& point) const;
@@ -52,7 +60,7 @@ public:
 private:
     bool is_near_mean(double margin) const;
     double rest_of_logs(DoubleDouble u, DoubleDouble v) const;
-    bool stretched_powers(const BetaPoint& point, double* result) const;
+    bool stretched_powers(DoubleDouble u, DoubleDouble v, double* result) const;
     DoubleDouble deviance_at(const BetaPoint& point, DoubleDouble margin) const;
 
     double m_a;

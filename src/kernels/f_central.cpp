@@ -58,7 +58,7 @@ double quotient_or_infinity(double a, double b) {
     return b < 1.0 && a > b * kLargestDouble ? kInfinity : a / b;
 }
 
-bool is_ordinary(double x) { return x > 1e-60 && x < 1e61; }
+bool is_ordinary(double x) { return std::isgreater(x, 1e-60) && std::isless(x, 1e61); }
 
 }  // namespace
 
@@ -73,10 +73,11 @@ CentralF::CentralF(double df1, double df2)
       m_df2(finite_df(df2)),
       m_isPoint(df1 == kInfinity && df2 == kInfinity),
       m_level(level_of(df1, df2)),
+      m_isOrdinary(is_ordinary(m_df1) && is_ordinary(m_df2)),
       m_shapes(shape_of(m_df2, m_level), shape_of(m_df1, m_level)) {}
 
 CentralF::Place CentralF::place(double x) const {
-    if (is_ordinary(x) && is_ordinary(m_df1) && is_ordinary(m_df2)) {
+    if (is_ordinary(x) && m_isOrdinary) {
         const DoubleDouble ratio = two_product(m_df1, x) / m_df2;
         if (ratio.hi > 1e-140 && ratio.hi < 1e140) {
             return {ratio, 0.0};
@@ -95,21 +96,24 @@ CentralF::Place CentralF::place(double x) const {
             (exponent - bounded) * kLn2};
 }
 
-void CentralF::point_tails(const Place& place, double* lower, double* upper) const {
-    // The ratio grows with F, and x of the beta distribution falls: its lower tail is F's upper
-    // one.
-    double betaLower = 0.0;
-    double betaUpper = 0.0;
-    m_shapes.tails(BetaPoint::from_ratio(place.ratio), &betaLower, &betaUpper);
-    *lower = betaUpper;
-    *upper = betaLower;
-    if (place.logExcess == 0.0 || conventions::kernel_failed()) {
+/// The tails of the beta distribution are F's in exchange: the ratio grows with F, and x of the
+/// beta distribution falls.
+void CentralF::point_tails(double x, double* lower, double* upper) const {
+    if (is_ordinary(x) && m_isOrdinary) {
+        if (const auto value = m_shapes.power().value_at_f(x)) {
+            m_shapes.tails(*value, upper, lower);
+            return;
+        }
+    }
+    const Place at = place(x);
+    m_shapes.tails(BetaPoint::from_ratio(at.ratio), upper, lower);
+    if (at.logExcess == 0.0 || conventions::kernel_failed()) {
         return;
     }
-    const bool isBelow = place.logExcess < 0.0;
+    const bool isBelow = at.logExcess < 0.0;
     double* const tail = isBelow ? lower : upper;
     double* const other = isBelow ? upper : lower;
-    const double exponent = -std::fabs(place.logExcess) * 0.5 * (isBelow ? m_df1 : m_df2);
+    const double exponent = -std::fabs(at.logExcess) * 0.5 * (isBelow ? m_df1 : m_df2);
     *other -= *tail * std::expm1(exponent);
     *tail *= std::exp(exponent);
 }
@@ -127,7 +131,7 @@ void CentralF::tails(double x, double* lower, double* upper) const {
         *upper = isReached ? 0.0 : 1.0;
         return;
     }
-    point_tails(place(x), lower, upper);
+    point_tails(x, lower, upper);
     if (conventions::kernel_failed()) {
         *lower = *upper = kLargestDouble;
     }

@@ -22,7 +22,7 @@ public:
 private:
     struct Place;
     Place place(double x) const;
-    void point_tails(const Place& place, double* lower, double* upper) const;
+    void point_tails(double x, double* lower, double* upper) const;
     double inner_density(double x) const;
     double density_at_zero() const;
 
@@ -30,6 +30,7 @@ private:
     double m_df2;
     bool m_isPoint;       // both infinite: all mass at 1
     int m_level;          // what the degrees of freedom deserve
+    bool m_isOrdinary;    // neither is near an end of the range of doubles
     BetaShapes m_shapes;  // df2 / 2 and df1 / 2, of 1 / (1 + df1 x / df2)
 };
 
