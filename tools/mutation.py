@@ -5,9 +5,9 @@
 
 WORK receives a copy of the files and its build, and may be used again. Each mutant changes one
 place of one source file: an ordering or its strictness, a sign, a factor, a term, the last digit of
-a constant, a condition, a returned value. It is built incrementally and counts as killed when it
-does not compile (warnings are errors), when a test fails, or when the tests take ten times their
-usual time.
+a constant, a condition, a returned value; not what can change no result, as the sign of a truth
+value. It is built incrementally and counts as killed when it does not compile (warnings are
+errors), when a test fails, or when the tests take ten times their usual time.
 
 The report lists the survivors as changed lines, and the share killed.
 """
@@ -53,22 +53,39 @@ MUTATIONS = [
 ]
 
 
+# A return value whose sign means nothing, and a variable that is set before it is read.
+SIGNLESS = re.compile(r"return (true|false|0|0\.0|.* ([=!<>]=|[<>]|&&|\|\|) .*|!?(is|has)_.*);")
+PLACEHOLDER = re.compile(r"\s*double \w+ = 0\.0;")
+
+
 def code_of(line):
     """The line without its comment; empty for a line that holds no code to change."""
-    if re.match(r"\s*(#|//|template|static_assert|using |namespace|\})", line):
+    if re.match(r"\s*(#|//|template|static_assert|using |namespace|\})", line) \
+            or PLACEHOLDER.match(line):
         return ""
     return line.split("//")[0]
 
 
+def compiled_lines(path):
+    """(number, line) without the other branches of conditional compilation."""
+    isElse = False
+    for number, line in enumerate(path.read_text().splitlines()):
+        if re.match(r"#(else|endif)", line):
+            isElse = line.startswith("#else")
+        if not isElse:
+            yield number, line
+
+
 def mutants_of(path):
     """Every change of one place: (path, line number, new line)."""
-    for number, line in enumerate(path.read_text().splitlines()):
+    for number, line in compiled_lines(path):
         code = code_of(line)
         for pattern, replacement in MUTATIONS:
             for match in re.finditer(pattern, code):
                 changed = replacement(match) if callable(replacement) \
                     else match.expand(replacement)
-                if changed != match.group(0):
+                isSign = changed.startswith("return -") and SIGNLESS.match(match.group(0))
+                if changed != match.group(0) and not isSign:
                     yield path, number, code[:match.start()] + changed + code[match.end():]
 
 
@@ -147,7 +164,8 @@ def main():
     mutants = [mutant for path in paths for mutant in mutants_of(path)]
     sample = random.Random(options.seed).sample(mutants, min(options.count, len(mutants)))
     survivors = 0
-    for path, number, line in sample:
+    for tried, (path, number, line) in enumerate(sample):
+        print(f"\r{tried - survivors} of {tried} killed", end="", file=sys.stderr, flush=True)
         if tree.survives(path, number, line):
             survivors += 1
             original = path.read_text().splitlines()[number]
