@@ -1,6 +1,7 @@
 #include "kernels/real_functions.hpp"
 
 #include "conventions/error_channel.hpp"
+#include "kernels/beta_log.hpp"
 #include "kernels/count.hpp"
 #include "kernels/guarded.hpp"
 #include "kernels/neg_binomial.hpp"
@@ -148,6 +149,25 @@ double CmLambdaTransform::evaluate(double x) {
         return safe_log(x) - safe_log(1.0 - x) - target();  // the limit, a logistic quantile
     }
     return (safe_pow(x, m_lambda) - safe_pow(1.0 - x, m_lambda)) / m_lambda - target();
+}
+
+CmLRatio::CmLRatio(double trials, double eventProbability, double target)
+    : CmRealFunction(true, target, {0.0, 1e-12, 0.0, 1e-12}),
+      m_trials(trials),
+      m_eventProbability(eventProbability) {}
+
+double CmLRatio::evaluate(double x) {
+    if (!std::isgreaterequal(x, 0.0) || !std::islessequal(x, m_trials)) {
+        return MissingValue;
+    }
+    const auto deviance_of = [](double count, double expected) {
+        return count == 0.0 ? expected
+                            : deviance(count, two_sum(expected, -count), {expected, 0.0}).hi;
+    };
+    const double events = std::floor(x);
+    return 2.0 * (deviance_of(events, m_trials * m_eventProbability) +
+                  deviance_of(m_trials - events, m_trials * (1.0 - m_eventProbability))) -
+           target();
 }
 
 }  // namespace vela::kernels

@@ -128,6 +128,20 @@ private:
     double m_lambda;
 };
 
+/// -2 ln of the likelihood of the event probability over that of the observed share, with x events
+/// in the given number of trials; minus target. It grows to both sides of the expected count. The
+/// two parameters are positive, the probability below 1; x outside 0..trials has no likelihood
+/// (MissingValue).
+class CmLRatio : public CmRealFunction {
+public:
+    CmLRatio(double trials, double eventProbability, double target);
+    double evaluate(double x) override;
+
+private:
+    double m_trials;
+    double m_eventProbability;
+};
+
 }  // namespace vela::kernels
 
 #endif

@@ -115,6 +115,16 @@ TEST(CmNegBinomialCdf, HasItsRootAtTheQuantile) {
     EXPECT_NEAR(equation.evaluate(0.0), std::pow(0.3, 4.5) - 0.8, 0.8e-15);
 }
 
+// Of 50 trials at 0.3, the ratio exceeds 3.84 from 22 events on.
+TEST(CmLRatio, EndsTheLikelihoodInterval) {
+    CmLRatio equation(50.0, 0.3, 3.84);
+    int status = -1;
+    EXPECT_EQ(regula_falsi_root(15.0, 50.0, equation, &status), 22.0);
+    EXPECT_NEAR(equation.evaluate(21.9), 3.2248045109204438693 - 3.84, 1e-14);
+    EXPECT_NEAR(equation.evaluate(0.0), 100.0 * -std::log(0.7) - 3.84, 1e-13);
+    EXPECT_EQ(equation.evaluate(51.0), MissingValue);
+}
+
 TEST(GammaNewton, StaysAtTheRoot) {
     double P = 0.0, Q = 0.0, f = 0.0;
     gamma_pq(3.25, 2.5, &P, &Q, &f);
