@@ -24,7 +24,7 @@ import time
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 FOLDERS = ["src/kernels", "src/descriptive", "src/distributions", "src/hypothesis",
            "src/clustering"]
-PROGRAMS = ["vela_internal_tests", "vela_allocation_tests", "vela_api_tests"]
+PROGRAMS = ["vela_internal_tests", "vela_allocation_tests", "vela_api_tests", "vela_digest"]
 
 
 def other_digit(match):
@@ -129,9 +129,11 @@ class Tree:
         return run(["cmake", "--build", self.build, "--target", *PROGRAMS], self.source)
 
     def passes(self, timeout):
+        tests = [[self.build / "tests" / program, "--gtest_fail_fast"] for program in PROGRAMS[:-1]]
+        digest = ["cmake", "-D", f"PROGRAM={self.build}/tests/fuzz/vela_digest", "-P",
+                  self.source / "tests/fuzz/compare_digest.cmake"]
         try:
-            return all(run([self.build / "tests" / program, "--gtest_fail_fast"], self.build,
-                           timeout) for program in PROGRAMS)
+            return all(run(command, self.build, timeout) for command in [digest, *tests])
         except subprocess.TimeoutExpired:
             return False
 
