@@ -4,6 +4,7 @@
 #include "conventions/status.hpp"
 #include "descriptive/kahan.hpp"
 #include "descriptive/known_divisor.hpp"
+#include "descriptive/running_mean.hpp"
 #include "distributions/t.hpp"
 #include "vela/v0/correlation.hpp"
 #include "vela/v1/order_statistics.hpp"
@@ -31,22 +32,20 @@ struct Comoments {
 /// One pass for n > 0; x is the first and y the second element of each pair.
 Comoments comoments(const double* x, const double* y, unsigned int n) {
     const auto loop = [=]<class Divisor>() {
-        KahanPair means(Pair{x[0], y[0]});
+        descriptive::GuessedRunningMean<Pair> means(Pair{x[0], y[0]});
         KahanPair squares;
         KahanSum products;
-        double before = 1.0;
-        for (unsigned int i = 1; i < n; ++i) {
-            const Pair deviations = Pair{x[i], y[i]} - means.value();
-            const Pair moves = Divisor(before + 1.0).quotient(deviations);
-            means.add(moves);
-            squares.add(before * deviations * moves);
-            products.add(before * moves[1] * deviations[0]);
-            before += 1.0;
-        }
+        descriptive::for_counts<Divisor>(
+            1, n, [&](unsigned int i, double before, const Divisor& count) {
+                const Pair deviations = Pair{x[i], y[i]} - means.value();
+                const Pair moves = means.add(deviations, count);
+                squares.add(before * deviations * moves);
+                // The pair keeps moves out of scalar registers.
+                products.add((before * moves)[1] * deviations[0]);
+            });
         return Comoments{squares.value()[0], squares.value()[1], products.value()};
     };
-    return n <= descriptive::kFewQuotients ? descriptive::with_plain_divisor(loop)
-                                           : descriptive::with_fastest_divisor(loop);
+    return descriptive::with_fastest_divisor(loop);
 }
 
 std::unique_ptr<double[]> allocate(unsigned int n) {

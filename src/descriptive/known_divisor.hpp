@@ -3,9 +3,10 @@
 
 #include "descriptive/kahan.hpp"
 
+#include <algorithm>
 #include <bit>
-#include <cfenv>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 
 /// Division by a whole number that is known before the dividend, as the count in a running mean.
@@ -22,16 +23,26 @@
 /// are compiled for both divisors below and chosen at run time. The choice shows in no result.
 namespace vela::descriptive {
 
+/// 1 / divisor as the sum of two words.
+struct Reciprocal {
+    double high;
+    double low;
+};
+
 /// Divides; for every machine and rounding direction.
 class PlainDivisor {
 public:
-    explicit PlainDivisor(double divisor) : m_divisor(divisor), m_reciprocal(1.0 / divisor) {}
+    static Reciprocal reciprocal(double divisor) { return {1.0 / divisor, 0.0}; }
+
+    PlainDivisor(double divisor, const Reciprocal& reciprocal)
+        : m_divisor(divisor), m_reciprocal(reciprocal.high) {}
 
     double quotient(double dividend) const { return dividend / m_divisor; }
     Pair quotient(Pair dividends) const { return dividends / m_divisor; }
 
     /// addend + dividend / divisor, but for a few roundings, and sooner.
-    double estimate(double addend, double dividend) const {
+    template <class Value>
+    Value estimate(Value addend, Value dividend) const {
         return addend + dividend * m_reciprocal;
     }
 
@@ -43,40 +54,50 @@ private:
 /// Multiplies instead; for whole divisors from 2 to 2^32 and rounding to nearest.
 class FusedDivisor {
 public:
-    explicit FusedDivisor(double divisor)
-        : m_divisor(divisor),
-          m_high(1.0 / divisor),
-          m_low(std::fma(-m_high, divisor, 1.0) * m_high) {}
+    static Reciprocal reciprocal(double divisor) {
+        const double high = 1.0 / divisor;
+        return {high, std::fma(-high, divisor, 1.0) * high};
+    }
+
+    FusedDivisor(double divisor, const Reciprocal& reciprocal)
+        : m_divisor(divisor), m_high(reciprocal.high), m_low(reciprocal.low) {}
 
     double quotient(double dividend) const {
-        if (is_tiny_or_not_finite(dividend)) [[unlikely]] {
+        const auto key =
+            static_cast<std::int64_t>(range_key(std::bit_cast<std::uint64_t>(dividend)));
+        if (key < 0) [[unlikely]] {
             return dividend / m_divisor;
         }
         return std::fma(dividend, m_high, dividend * m_low);
     }
 
     Pair quotient(Pair dividends) const {
-        const double first = dividends[0];
-        const double second = dividends[1];
-        if (is_tiny_or_not_finite(first) || is_tiny_or_not_finite(second)) [[unlikely]] {
+        using Bits [[gnu::vector_size(16)]] = std::uint64_t;
+        const Bits keys = range_key(std::bit_cast<Bits>(dividends));
+        if (any_sign(std::bit_cast<Pair>(keys))) [[unlikely]] {
             return dividends / m_divisor;
         }
         const Pair low = dividends * m_low;
-        return Pair{std::fma(first, m_high, low[0]), std::fma(second, m_high, low[1])};
+        return Pair{std::fma(dividends[0], m_high, low[0]), std::fma(dividends[1], m_high, low[1])};
     }
 
     double estimate(double addend, double dividend) const {
         return std::fma(dividend, m_high, addend);
     }
 
+    Pair estimate(Pair addends, Pair dividends) const {
+        return Pair{std::fma(dividends[0], m_high, addends[0]),
+                    std::fma(dividends[1], m_high, addends[1])};
+    }
+
 private:
-    /// Magnitudes below 2^-800, where a product could be rounded as a denormal number or lose the
-    /// sign of zero; infinities and NaN, where the two words could meet as inf - inf.
-    static bool is_tiny_or_not_finite(double dividend) {
-        constexpr std::uint64_t kSmallest = std::bit_cast<std::uint64_t>(0x1p-800) << 1U;
-        constexpr std::uint64_t kInfinity = std::uint64_t{0x7FF} << 53U;
-        const std::uint64_t magnitude = std::bit_cast<std::uint64_t>(dividend) << 1U;
-        return magnitude - kSmallest >= kInfinity - kSmallest;
+    /// The sign bit says that the magnitude is below 2^-512 or not below 2^512. The products of a
+    /// tiny dividend could be rounded as denormal numbers or lose the sign of zero; infinities and
+    /// NaN could meet as inf - inf. The range is narrower than need be for the sake of one test.
+    template <class Bits>
+    static Bits range_key(Bits bits) {
+        constexpr std::uint64_t kSmallest = std::bit_cast<std::uint64_t>(0x1p-512);
+        return bits + bits - (kSmallest + kSmallest);
     }
 
     double m_divisor;
@@ -84,10 +105,58 @@ private:
     double m_low;
 };
 
-/// Up to this many values the plain division is the faster one: the loop is so short that the
-/// processor works on one call while it waits in the chain of the call before, if only there are
-/// few instructions in between.
-inline constexpr unsigned int kFewQuotients = 12;
+template <std::size_t size>
+struct Reciprocals {
+    double high[size];
+    double low[size];
+};
+
+inline constexpr unsigned int kTabulated = 64;
+
+/// Those of 1 to 64, for short samples; exact products with a half of each reciprocal stand for the
+/// fused multiply-add, which the compiler may not evaluate.
+inline constexpr auto kReciprocals = [] {
+    Reciprocals<kTabulated> table{};
+    double divisor = 1.0;
+    for (unsigned int i = 0; i < kTabulated; ++i) {
+        const double high = 1.0 / divisor;
+        const double half = static_cast<float>(high);
+        table.high[i] = high;
+        table.low[i] = ((1.0 - half * divisor) - (high - half) * divisor) * high;
+        divisor += 1.0;
+    }
+    return table;
+}();
+
+/// Calls step(i, before, count) for i from `first` to n - 1, where count divides by before + 1 and
+/// before is i as a double. The reciprocals come from the table or, several in one instruction, a
+/// block ahead of the chains of the steps.
+template <class Divisor, class Step>
+void for_counts(unsigned int first, unsigned int n, const Step& step) {
+    constexpr unsigned int kBlock = 16;
+    Reciprocals<kBlock> block;
+    for (unsigned int i = first; i < n;) {
+        const bool isTabulated = i < kTabulated;
+        double before = i;
+        if (!isTabulated) {
+            for (unsigned int k = 0; k < kBlock; ++k) {
+                const Reciprocal reciprocal = Divisor::reciprocal(before + 1.0 + k);
+                block.high[k] = reciprocal.high;
+                block.low[k] = reciprocal.low;
+            }
+        }
+        const double* high = isTabulated ? &kReciprocals.high[i] : block.high;
+        const double* low = isTabulated ? &kReciprocals.low[i] : block.low;
+        const unsigned int size = std::min(n - i, isTabulated ? kTabulated - i : kBlock);
+        // Unrolled, because copying the sums from one value to the next takes time too.
+#pragma GCC unroll 2
+        for (unsigned int k = 0; k < size; ++k) {
+            step(i + k, before, Divisor(before + 1.0, Reciprocal{high[k], low[k]}));
+            before += 1.0;
+        }
+        i += size;
+    }
+}
 
 template <class Loop>
 auto with_plain_divisor(const Loop& loop) {
@@ -101,11 +170,13 @@ template <class Loop>
     return loop.template operator()<FusedDivisor>();
 }
 
-/// Runs a long loop, a lambda of the form []<class Divisor>() { ... }, with the faster divisor, and
+/// Runs a loop, a lambda of the form []<class Divisor>() { ... }, with the faster divisor, and
 /// returns its result.
 template <class Loop>
 auto with_fastest_divisor(const Loop& loop) {
-    const bool canFuse = __builtin_cpu_supports("fma") && std::fegetround() == FE_TONEAREST;
+    constexpr unsigned int kRoundingDirection = 0x6000;  // in the control word; 0 is to nearest
+    const bool canFuse =
+        __builtin_cpu_supports("fma") && (__builtin_ia32_stmxcsr() & kRoundingDirection) == 0;
     return canFuse ? with_fused_divisor(loop) : with_plain_divisor(loop);
 }
 

@@ -45,10 +45,9 @@ private:
 template <class Divisor, class Mean>
 Accumulator<Mean> add_rest(Accumulator<Mean> accumulator, const Sample& sample,
                            unsigned int first) {
-    for (unsigned int i = first; i < sample.n; ++i) {
-        const double before = i;
-        accumulator.add(sample.x[i], before, Divisor(before + 1.0));
-    }
+    for_counts<Divisor>(first, sample.n, [&](unsigned int i, double before, const Divisor& count) {
+        accumulator.add(sample.x[i], before, count);
+    });
     return accumulator;
 }
 
@@ -57,11 +56,9 @@ std::array<MeanAndVariance, sizeof...(k)> run(const std::array<Sample, sizeof...
                                               std::index_sequence<k...> /*unused*/) {
     std::array<Accumulator<Mean>, sizeof...(k)> accumulators{Accumulator<Mean>(samples[k])...};
     const unsigned int common = std::max(1U, std::min({samples[k].n...}));
-    for (unsigned int i = 1; i < common; ++i) {
-        const double before = i;
-        const Divisor count(before + 1.0);
+    for_counts<Divisor>(1, common, [&](unsigned int i, double before, const Divisor& count) {
         (accumulators[k].add(samples[k].x[i], before, count), ...);
-    }
+    });
     return {add_rest<Divisor>(accumulators[k], samples[k], common).result(samples[k].n)...};
 }
 
@@ -70,11 +67,7 @@ std::array<MeanAndVariance, sizeof...(k)> run(const std::array<Sample, sizeof...
 template <std::size_t count>
 std::array<MeanAndVariance, count> means_and_variances(const std::array<Sample, count>& samples) {
     constexpr std::make_index_sequence<count> indices;
-    if (std::all_of(samples.begin(), samples.end(),
-                    [](const Sample& sample) { return sample.n <= kFewQuotients; })) {
-        return run<PlainDivisor, RunningMean>(samples, indices);
-    }
-    using Mean = std::conditional_t<count == 1, GuessedRunningMean, RunningMean>;
+    using Mean = std::conditional_t<count == 1, GuessedRunningMean<double>, RunningMean>;
     return with_fastest_divisor(
         [&]<class Divisor>() { return run<Divisor, Mean>(samples, indices); });
 }

@@ -23,10 +23,11 @@ double GetSampleMean(const double* x, unsigned int n) {
         return kNaN;
     }
     return descriptive::with_fastest_divisor([=]<class Divisor>() {
-        descriptive::GuessedRunningMean mean(x[0]);
-        for (unsigned int i = 1; i < n; ++i) {
-            mean.add(x[i] - mean.value(), Divisor(static_cast<double>(i) + 1.0));
-        }
+        descriptive::GuessedRunningMean<double> mean(x[0]);
+        descriptive::for_counts<Divisor>(
+            1, n, [&](unsigned int i, double /*before*/, const Divisor& count) {
+                mean.add(x[i] - mean.value(), count);
+            });
         return mean.value();
     });
 }

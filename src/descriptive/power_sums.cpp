@@ -6,7 +6,6 @@
 #include "conventions/status.hpp"
 #include "descriptive/kahan.hpp"
 #include "descriptive/known_divisor.hpp"
-#include "descriptive/running_mean.hpp"
 #include "vela/v1/moments.hpp"
 
 #include <algorithm>
@@ -18,7 +17,6 @@ namespace {
 
 using conventions::kNaN;
 using descriptive::KahanPair;
-using descriptive::KahanSum;
 using descriptive::Pair;
 
 constexpr unsigned int kSlots = 4;
@@ -33,34 +31,40 @@ struct PowerSums {
 
 template <class Divisor>
 PowerSums accumulate(const double* x, unsigned int n) {
-    descriptive::RunningMean mean(x[0]);
-    KahanSum second;
+    // Nothing goes back from the sums into the mean. So each lags behind what it needs, the sums of
+    // the second and the third power by one value and that of the fourth by two: no addition waits
+    // for a term of its own value, and two accumulators share each instruction.
+    KahanPair meanAndSecond(Pair{x[0], 0.0});
     KahanPair thirdAndFourth;
+    // Negative, so that the first terms are not -0 whatever the rounding direction.
+    double q = -1.0;
+    double secondTerm = 0.0;
     double fourthTerm = 0.0;
     double fewer = 0.0;
-    double before = 1.0;
-    // Unrolled, because copying the sums from one value to the next costs as much as adding to
-    // them.
-#pragma GCC unroll 4
-    for (std::uint32_t k = 1; k < n; ++k) {
-        const double count = before + 1.0;
-        const double d = x[k] - mean.value();
-        const double q = mean.add(d, Divisor(count));
-        const double term = before * q * d;
-        // Deliberately a product of 32-bit integers, which wraps for k > 65536.
-        const double product = (k - 1U) * k;
-        const double m2 = second.value();
+    double product = 0.0;
+    const auto add_higher = [&] {
+        const double m2 = meanAndSecond.value()[1];
         const double m3 = thirdAndFourth.value()[0];
-        // The fourth power sum lags by one value, so that nothing waits for its long term.
-        thirdAndFourth.add(Pair{(fewer * term - 3.0 * m2) * q, fourthTerm});
-        fourthTerm = (product + 1.0) * term * q * q + 6.0 * m2 * q * q - 4.0 * m3 * q;
-        second.add(term);
-        fewer = before;
-        before = count;
-    }
+        const Pair lower = Pair{6.0, 4.0} * Pair{m2, m3} * q;
+        thirdAndFourth.add(Pair{(fewer * secondTerm - 3.0 * m2) * q, fourthTerm});
+        fourthTerm = (product + 1.0) * secondTerm * q * q + lower[0] * q - lower[1];
+    };
+    descriptive::for_counts<Divisor>(1, n, [&](std::uint32_t k, double before, Divisor count) {
+        add_higher();
+        const double d = x[k] - meanAndSecond.value()[0];
+        q = count.quotient(d);
+        meanAndSecond.add(Pair{q, secondTerm});
+        secondTerm = before * q * d;
+        fewer = before - 1.0;
+        // Deliberately a product of 32-bit integers, which wraps for k > 65536.
+        product = (k - 1U) * k;
+    });
+    add_higher();
+    const double mean = meanAndSecond.value()[0];
     const double third = thirdAndFourth.value()[0];
+    meanAndSecond.add(Pair{0.0, secondTerm});
     thirdAndFourth.add(Pair{0.0, fourthTerm});
-    return {mean.value(), second.value(), third, thirdAndFourth.value()[1]};
+    return {mean, meanAndSecond.value()[1], third, thirdAndFourth.value()[1]};
 }
 
 /// For n > 0; with one value the sums are 0.

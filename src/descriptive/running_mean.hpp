@@ -3,6 +3,8 @@
 
 #include "descriptive/kahan.hpp"
 
+#include <bit>
+
 namespace vela::descriptive {
 
 /// Compensated running mean, for loops in which several chains of operations run side by side.
@@ -33,19 +35,20 @@ private:
 /// guess, in a branch that the processor predicts: the next value starts before the confirmation
 /// is there. The guess fails where the last bit of the move decides the rounding of the mean, about
 /// move / mean of the time, and then costs a mispredicted branch.
+template <class Value>
 class GuessedRunningMean {
 public:
-    explicit GuessedRunningMean(double first) : m_mean(first) {}
+    explicit GuessedRunningMean(Value first) : m_mean(first) {}
 
-    double value() const { return m_mean; }
+    Value value() const { return m_mean; }
 
     template <class Divisor>
-    double add(double deviation, const Divisor& count) {
-        double next = m_mean + count.estimate(m_compensation, deviation);
-        const double move = count.quotient(deviation);
-        const double corrected = m_compensation + move;
-        const double confirmed = m_mean + corrected;
-        if (next != confirmed) [[unlikely]] {
+    Value add(Value deviation, const Divisor& count) {
+        Value next = m_mean + count.estimate(m_compensation, deviation);
+        const Value move = count.quotient(deviation);
+        const Value corrected = m_compensation + move;
+        const Value confirmed = m_mean + corrected;
+        if (differ(next, confirmed)) [[unlikely]] {
             next = confirmed;
         }
         m_compensation = corrected - (next - m_mean);
@@ -54,8 +57,13 @@ public:
     }
 
 private:
-    double m_mean;
-    double m_compensation = 0.0;
+    static bool differ(double guess, double exact) { return guess != exact; }
+    static bool differ(Pair guess, Pair exact) {
+        return any_sign(std::bit_cast<Pair>(guess != exact));
+    }
+
+    Value m_mean;
+    Value m_compensation{};
 };
 
 }  // namespace vela::descriptive
