@@ -96,17 +96,18 @@ CentralF::Place CentralF::place(double x) const {
             (exponent - bounded) * kLn2};
 }
 
-/// The tails of the beta distribution are F's in exchange: the ratio grows with F, and x of the
-/// beta distribution falls.
 void CentralF::point_tails(double x, double* lower, double* upper) const {
+    // The ratio grows with F, and x of the beta distribution falls.
+    double* const betaLower = upper;
+    double* const betaUpper = lower;
     if (is_ordinary(x) && m_isOrdinary) {
         if (const auto value = m_shapes.power().value_at_f(x)) {
-            m_shapes.tails(*value, upper, lower);
+            m_shapes.tails(*value, betaLower, betaUpper);
             return;
         }
     }
     const Place at = place(x);
-    m_shapes.tails(BetaPoint::from_ratio(at.ratio), upper, lower);
+    m_shapes.tails(BetaPoint::from_ratio(at.ratio), betaLower, betaUpper);
     if (at.logExcess == 0.0 || conventions::kernel_failed()) {
         return;
     }
