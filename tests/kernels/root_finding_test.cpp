@@ -113,6 +113,8 @@ TEST(CmNegBinomialCdf, HasItsRootAtTheQuantile) {
     EXPECT_EQ(status, 0);
     EXPECT_EQ(equation.evaluate(-1.0), -0.8);
     EXPECT_NEAR(equation.evaluate(0.0), std::pow(0.3, 4.5) - 0.8, 0.8e-15);
+    EXPECT_EQ(CmNegBinomialCdf(2.0, 4.5, 0.8).evaluate(1.0), MissingValue);
+    EXPECT_EQ(CmStandardNormalCdf(0.2).evaluate(0.0), 0.5 - 0.2);
 }
 
 // Of 50 trials at 0.3, the ratio exceeds 3.84 from 22 events on.

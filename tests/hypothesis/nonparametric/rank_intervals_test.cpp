@@ -274,13 +274,13 @@ TEST(RankIntervals, LeaveTheTailWholeForAnUnknownType) {
 }
 
 TEST(OneSampleWilcoxon, TiesAtTheToleranceBelongToPairsButNotToObservations) {
-    const Values x = {-16.0, 8.0, 24.0, 0x1p52};  // the tolerance is 8
+    const Values x = {-16.0, -8.0, 8.0, 24.0, 0x1p52};  // the tolerance is 8
     OneSampleWilcoxon test;
     test.count = size(x);
     RunKroOneSampleWilcoxon(&test, x.data(), 0.9, IntervalType::TwoSided,
                             AlternativeHypothesis::NotEqual, 0.0);
-    EXPECT_EQ(test.count, 4U);
-    EXPECT_EQ(test.statistic, 8.0) << "7 sums above 8, one at 8 and one at -8";
+    EXPECT_EQ(test.count, 5U);
+    EXPECT_EQ(test.statistic, 10.5) << "9 sums above 8, one each at 8, 0 and -8";
 }
 
 }  // namespace
