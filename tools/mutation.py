@@ -13,10 +13,12 @@ The report lists the survivors as changed lines, and the share killed.
 """
 
 import argparse
+import os
 import pathlib
 import random
 import re
 import shutil
+import signal
 import subprocess
 import sys
 import time
@@ -90,8 +92,15 @@ def mutants_of(path):
 
 
 def run(command, cwd, timeout=None):
-    return subprocess.run(command, cwd=cwd, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                          timeout=timeout, check=False).returncode == 0
+    """Whether the command succeeds in time."""
+    process = subprocess.Popen(command, cwd=cwd, stdout=subprocess.DEVNULL,
+                               stderr=subprocess.DEVNULL, start_new_session=True)
+    try:
+        return process.wait(timeout) == 0
+    except subprocess.TimeoutExpired:
+        os.killpg(process.pid, signal.SIGKILL)  # with what it has started
+        process.wait()
+        return False
 
 
 class Tree:
@@ -132,10 +141,7 @@ class Tree:
         tests = [[self.build / "tests" / program, "--gtest_fail_fast"] for program in PROGRAMS[:-1]]
         digest = ["cmake", "-D", f"PROGRAM={self.build}/tests/fuzz/vela_digest", "-P",
                   self.source / "tests/fuzz/compare_digest.cmake"]
-        try:
-            return all(run(command, self.build, timeout) for command in [digest, *tests])
-        except subprocess.TimeoutExpired:
-            return False
+        return all(run(command, self.build, timeout) for command in [digest, *tests])
 
     def survives(self, path, number, line):
         """Whether the tests pass with the line in place of that one."""
