@@ -30,17 +30,24 @@ PROGRAMS = ["vela_internal_tests", "vela_allocation_tests", "vela_api_tests", "v
 
 
 def other_digit(match):
-    """The last digit, or of a long constant the tenth: further ones only move the rounding."""
+    """The last digit, or of a long constant the tenth: further ones only move the rounding, as all
+    digits do of the small coefficients at the end of a series."""
     digits, exponent = match.group(1), match.group(2) or ""
+    if int(exponent[1:] or 0) < -9:
+        return match.group(0)
     place = min(len(digits) - 1, 10)
     digit = str((int(digits[place]) + 1) % 10) if digits[place] != "." else "."
     return digits[:place] + digit + digits[place + 1:] + exponent
 
 
+# Where one method ends and another begins, both give the result: a cut belongs to either.
+NO_CUT = r"(?!-?(?!0\.0|0\.5|1\.0)\d+\.\d)"
+
 # A pattern, and what stands in its place. Operators are recognised by the spaces around them, which
 # the formatter guarantees and which templates, pointers and includes do not have.
 MUTATIONS = [
-    (r" < ", " <= "), (r" <= ", " < "), (r" > ", " >= "), (r" >= ", " > "),
+    (r" < " + NO_CUT, " <= "), (r" <= " + NO_CUT, " < "),
+    (r" > " + NO_CUT, " >= "), (r" >= " + NO_CUT, " > "),
     (r" < ", " > "), (r" > ", " < "), (r" == ", " != "), (r" != ", " == "),
     (r" && ", " || "), (r" \|\| ", " && "),
     (r" \+ ", " - "), (r" - ", " + "), (r" \* ", " / "), (r" / ", " * "),
