@@ -40,7 +40,7 @@ Comoments comoments(const double* x, const double* y, unsigned int n) {
                 const Pair deviations = Pair{x[i], y[i]} - means.value();
                 const Pair moves = means.add(deviations, count);
                 squares.add(before * deviations * moves);
-                // The pair keeps moves out of scalar registers.
+                // Multiplied before it is taken apart: one instruction less in the loop.
                 products.add((before * moves)[1] * deviations[0]);
             });
         return Comoments{squares.value()[0], squares.value()[1], products.value()};

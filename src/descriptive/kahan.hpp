@@ -3,20 +3,9 @@
 
 #include "kernels/pair.hpp"
 
-#include <cmath>
-
 namespace vela::descriptive {
 
 using kernels::Pair;
-
-/// Whether one of the two sign bits is set.
-inline bool any_sign(Pair values) {
-#if defined(__SSE2__)
-    return __builtin_ia32_movmskpd(values) != 0;
-#else
-    return std::signbit(values[0]) || std::signbit(values[1]);
-#endif
-}
 
 /// Compensated accumulator of doubles or pairs. The value read back is the sum alone: the
 /// compensation is never folded in at the end.

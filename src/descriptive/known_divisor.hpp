@@ -74,7 +74,7 @@ public:
     Pair quotient(Pair dividends) const {
         using Bits [[gnu::vector_size(16)]] = std::uint64_t;
         const Bits keys = range_key(std::bit_cast<Bits>(dividends));
-        if (any_sign(std::bit_cast<Pair>(keys))) [[unlikely]] {
+        if (kernels::any_sign(std::bit_cast<Pair>(keys))) [[unlikely]] {
             return dividends / m_divisor;
         }
         const Pair low = dividends * m_low;

@@ -59,7 +59,7 @@ public:
 private:
     static bool differ(double guess, double exact) { return guess != exact; }
     static bool differ(Pair guess, Pair exact) {
-        return any_sign(std::bit_cast<Pair>(guess != exact));
+        return kernels::any_sign(std::bit_cast<Pair>(guess != exact));
     }
 
     Value m_mean;

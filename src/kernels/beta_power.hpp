@@ -35,7 +35,7 @@ public:
     struct Value {
         double x, y;
         double power;
-        double margin;    // a y - b x, to the last bits
+        double margin;    // a y - b x, for large shapes as if rounded once
         double deviance;  // -ln(power / peak) for large shapes near the mean, else kLargestDouble
     };
 
@@ -44,8 +44,9 @@ public:
     double at(const BetaPoint& point) const { return value(point).power; }
 
     /// The same at the point whose odds y / x are f times those at the mean, b / a, as in the F
-    /// distribution; sooner, but not everywhere. f, its product with b and a are far from the ends
-    /// of the range of doubles.
+    /// distribution, at half the cost. Nothing where it takes the long way: near the mean of large
+    /// shapes, and where one of the powers is tiny. None of f, a, b and b f is near an end of the
+    /// range of doubles.
     std::optional<Value> value_at_f(double f) const;
 
     /// The same over x y, the beta density; infinite where it exceeds the range of doubles.

@@ -43,9 +43,9 @@ struct VELA_API MannWhitney {
 /// continuity.
 ///
 /// The limits are NaN where k + 1 exceeds m and for a type outside -1..1, with the achieved
-/// confidence for a confidence outside (0, 1). NaN or an infinity in the data leaves estimate and
-/// limits NaN, and the rest follows from comparisons, which are false for NaN. A difference beyond
-/// the largest double is infinite.
+/// confidence for a confidence without a quantile (1 or more, NaN). NaN or an infinity in the data
+/// leaves estimate and limits NaN, and the rest follows from comparisons, which are false for NaN.
+/// A difference beyond the largest double is infinite.
 ///
 /// @param record       in: count1, count2; out: everything else
 /// @param x            sample 1
