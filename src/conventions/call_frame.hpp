@@ -29,6 +29,17 @@ auto with_parameters(Routine routine, Parameters... parameters) {
     }
 }
 
+/// Keeps the work on the arguments inside the bracket.
+template <class... Arguments>
+void pin_each(Arguments&... arguments) {
+    const auto pin_number = [](auto& argument) {
+        if constexpr (std::is_same_v<decltype(argument), double&>) {
+            pin(argument);
+        }
+    };
+    (pin_number(arguments), ...);
+}
+
 /// One evaluation inside a bracket, up to the value that the caller sees.
 template <MissingInput missingInput, class Function>
 double evaluate(const Function& function, double x, bool armed) {
@@ -37,13 +48,15 @@ double evaluate(const Function& function, double x, bool armed) {
             return kNaN;
         }
     }
-    const double result = function(x);
+    double result = function(x);
+    pin(result);
     return !armed && take_fault() ? kNaN : nan_if_missing(result);
 }
 
 template <MissingInput missingInput, class Routine, class... Parameters>
 double call(Routine routine, double x, Parameters... parameters) {
     const bool armed = enter_bracket();
+    pin_each(x, parameters...);
     const auto function = with_parameters(routine, parameters...);
     const double result = evaluate<missingInput>(function, x, armed);
     leave_bracket();
@@ -92,7 +105,8 @@ double quiet_value(Routine routine, double x, Parameters... parameters) {
         return kNaN;
     }
     clear_recorded_faults();
-    const double result = with_parameters(routine, parameters...)(x);
+    double result = with_parameters(routine, parameters...)(x);
+    pin(result);
     return recorded_faults() == 0 ? nan_if_missing(result) : kNaN;
 }
 

@@ -9,33 +9,38 @@
 namespace vela {
 namespace {
 
-constinit thread_local bool threadRegistered = false;
-constinit thread_local bool trapsArmed = false;  // by this library, and not switched off since
+using conventions::threadState;
+using conventions::Traps;
+
 std::once_flag handlerInstalled;
 
-using conventions::Traps;
+Traps catchable_traps() {
+    return conventions::has_catchable_traps() ? Traps::kArmed : Traps::kMasked;
+}
 
 void switch_to(Traps traps) {
     conventions::write_state(traps);
-    trapsArmed = traps == Traps::kArmed;
+    threadState.trapsArmed = traps == Traps::kArmed;
 }
 
 }  // namespace
 
 int RegisterKroSigfpeHandler() {
     std::call_once(handlerInstalled, conventions::install_fault_handler);
-    threadRegistered = true;
+    threadState.isRegistered = true;
+    threadState.bracketTraps = catchable_traps();
     switch_to(Traps::kMasked);
     return 0;
 }
 
-void SetKroFpuStates() {
-    switch_to(conventions::has_catchable_traps() ? Traps::kArmed : Traps::kMasked);
-}
+void SetKroFpuStates() { switch_to(catchable_traps()); }
 
 void ResetFpuStates() { switch_to(Traps::kMasked); }
 
 namespace conventions {
+
+constinit thread_local ThreadState threadState;
+
 namespace {
 
 unsigned fault_code(unsigned faults) {
@@ -71,25 +76,13 @@ void fp_fault_translator(unsigned code) {
     }
 }
 
-bool is_thread_registered() { return threadRegistered; }
-
-bool enter_bracket() {
-    trapsArmed = threadRegistered && has_catchable_traps();
-    write_working_state(trapsArmed ? Traps::kArmed : Traps::kMasked);
-    return trapsArmed;
-}
-
-void leave_bracket() { switch_to(Traps::kMasked); }
-
-bool are_traps_armed() { return trapsArmed; }
-
 bool take_fault() {
     const unsigned faults = recorded_faults();
     if (faults == 0) {
         return false;
     }
     clear_recorded_faults();
-    if (threadRegistered) {
+    if (threadState.isRegistered) {
         fp_fault_translator(fault_code(faults));
     }
     return true;
@@ -102,14 +95,14 @@ void raise_invalid_operation() {
 }
 
 QuietArithmetic::QuietArithmetic()
-    : m_callerState(save_unit_state()), m_callerWasArmed(trapsArmed) {
+    : m_callerState(save_unit_state()), m_callerWasArmed(threadState.trapsArmed) {
     write_working_state(Traps::kMasked);
-    trapsArmed = false;
+    threadState.trapsArmed = false;
 }
 
 QuietArithmetic::~QuietArithmetic() {
     restore_unit_state(m_callerState);
-    trapsArmed = m_callerWasArmed;
+    threadState.trapsArmed = m_callerWasArmed;
 }
 
 }  // namespace conventions

@@ -22,21 +22,36 @@ enum FaultCode : unsigned {
 /// reset; the integer fault leaves the floating-point state as it is.
 void fp_fault_translator(unsigned code);
 
-/// Whether this thread called RegisterKroSigfpeHandler().
-bool is_thread_registered();
+/// What is known of the thread.
+struct ThreadState {
+    bool isRegistered = false;            ///< it called RegisterKroSigfpeHandler()
+    bool trapsArmed = false;              ///< by this library, and not switched off since
+    Traps bracketTraps = Traps::kMasked;  ///< inside a bracket
+};
+extern constinit thread_local ThreadState threadState;
+
+inline bool is_thread_registered() { return threadState.isRegistered; }
 
 /// Entry half of the bracket around an exported computation: status cleared, round to nearest, and
 /// the traps armed where a fault can come back as an exception (a registered thread on a platform
 /// with catchable traps). Returns whether they are armed; where they are not, the bracket's owner
 /// asks take_fault() after each result.
-bool enter_bracket();
+inline bool enter_bracket() {
+    const Traps traps = threadState.bracketTraps;
+    threadState.trapsArmed = traps == Traps::kArmed;
+    write_working_state(traps);
+    return traps == Traps::kArmed;
+}
 
 /// Exit half: status cleared, the process default restored. An exception that leaves the bracketed
 /// function skips it.
-void leave_bracket();
+inline void leave_bracket() {
+    threadState.trapsArmed = false;
+    write_state(Traps::kMasked);
+}
 
 /// Whether a fault would have thrown on this thread, so that there is none to look for.
-bool are_traps_armed();
+inline bool are_traps_armed() { return threadState.trapsArmed; }
 
 /// What an armed trap would have done about the result just computed under masked traps. If a
 /// fault is on record, the record is cleared and, on a registered thread, the fault's exception is
@@ -53,7 +68,8 @@ void raise_invalid_operation();
 template <class Compute>
 double value_unless_overflow(double fallback, Compute compute) {
     try {
-        const double value = compute();
+        double value = compute();
+        pin(value);
         if (are_traps_armed() || (recorded_faults() & (kDivideByZeroFault | kOverflowFault)) == 0) {
             return value;
         }

@@ -23,6 +23,10 @@ void write_state(Traps traps);
 /// a result was inexact concerns no one there, and may be on record from the start.
 void write_working_state(Traps traps);
 
+/// Fixes where a value is computed: what goes into it comes before, what is made of it after. To a
+/// compiler, arithmetic and changes of the state have nothing to do with each other.
+void pin(double& value);
+
 /// Sticky faults since the status was last cleared, as a set of FaultFlag.
 unsigned recorded_faults();
 
@@ -40,5 +44,9 @@ bool has_catchable_traps();
 void install_fault_handler();
 
 }  // namespace vela::conventions
+
+#ifdef VELA_FP_MXCSR
+#include "conventions/platform/mxcsr.hpp"  // in line, for the sake of the bracket
+#endif
 
 #endif

@@ -1,7 +1,3 @@
-// x86-64 with any compiler: the state is the SSE control and status register MXCSR, which takes a
-// few nanoseconds where the C library's environment functions also save and load the x87 unit,
-// which this library never uses.
-
 #include "conventions/fp_platform.hpp"
 
 #include <emmintrin.h>
@@ -10,34 +6,11 @@
 namespace vela::conventions {
 namespace {
 
-constexpr std::uint32_t kDefaultMxcsr = 0x1F80;  // all six masked, round to nearest, status clear
-constexpr std::uint32_t kInvalidMask = 0x0080;
-constexpr std::uint32_t kDivideByZeroMask = 0x0200;
-constexpr std::uint32_t kOverflowMask = 0x0400;
-constexpr std::uint32_t kArmedMxcsr =
-    kDefaultMxcsr & ~(kInvalidMask | kDivideByZeroMask | kOverflowMask);
-
 constexpr std::uint32_t kInvalidStatus = 0x0001;
 constexpr std::uint32_t kDivideByZeroStatus = 0x0004;
 constexpr std::uint32_t kOverflowStatus = 0x0008;
-constexpr std::uint32_t kInexactStatus = 0x0020;
-
-std::uint32_t mxcsr_of(Traps traps) { return traps == Traps::kArmed ? kArmedMxcsr : kDefaultMxcsr; }
 
 }  // namespace
-
-void write_state(Traps traps) { _mm_setcsr(mxcsr_of(traps)); }
-
-// To read the register while one of its flags is changing costs the processor a restart, up to 70
-// ns. Therefore the flag of an inexact result, which nearly all arithmetic raises, is up from the
-// start (atan and tan of the C library read the register, too), and with masked traps, whose owner
-// will look for faults, this change has happened before the work begins.
-void write_working_state(Traps traps) {
-    _mm_setcsr(mxcsr_of(traps) | kInexactStatus);
-    if (traps == Traps::kMasked) {
-        _mm_lfence();
-    }
-}
 
 unsigned recorded_faults() {
     const std::uint32_t status = _mm_getcsr();
@@ -47,7 +20,7 @@ unsigned recorded_faults() {
 }
 
 void clear_recorded_faults() {
-    _mm_setcsr(_mm_getcsr() & ~(kInvalidStatus | kDivideByZeroStatus | kOverflowStatus));
+    write_mxcsr(_mm_getcsr() & ~(kInvalidStatus | kDivideByZeroStatus | kOverflowStatus));
 }
 
 std::fenv_t save_unit_state() {
@@ -56,6 +29,6 @@ std::fenv_t save_unit_state() {
     return state;
 }
 
-void restore_unit_state(const std::fenv_t& state) { _mm_setcsr(state.__mxcsr); }
+void restore_unit_state(const std::fenv_t& state) { write_mxcsr(state.__mxcsr); }
 
 }  // namespace vela::conventions
