@@ -68,6 +68,7 @@ double call(Routine routine, double x, Parameters... parameters) {
 template <MissingInput missingInput, class Routine, class... Parameters>
 void call(Routine routine, double* out, const double* x, std::size_t n, Parameters... parameters) {
     const bool armed = enter_bracket();
+    pin_each(parameters...);
     if (n != 0) {
         const auto function = with_parameters(routine, parameters...);
         for (std::size_t i = 0; i < n; ++i) {
