@@ -36,7 +36,7 @@ void sort_small_sample(const double* x, std::size_t n, double* sorted) {
 }  // namespace
 
 SortedCopy::SortedCopy(const double* x, std::uint32_t n)
-    : m_size(n), m_buffer((n <= kSmallSample ? 1 : 2) * static_cast<std::size_t>(n)) {
+    : m_size(n), m_buffer(n <= kSmallSample ? n : with_scratch(n)) {
     if (!m_buffer) {
         return;
     }
@@ -47,7 +47,11 @@ SortedCopy::SortedCopy(const double* x, std::uint32_t n)
     }
     std::uint64_t* const words = m_buffer.words();
     const auto image = [=](std::size_t i) { return image_of(x[i]); };
-    sort_from(n, image, range_of(n, image), words, words + n);
+    Scratch scratch(n, words + n);
+    if (!sort_from(n, image, range_of(n, image), words, scratch)) {
+        m_buffer.release();
+        return;
+    }
     for (std::size_t i = 0; i < n; ++i) {
         sorted[i] = value_of(words[i]);
     }
@@ -57,12 +61,13 @@ SortedOrder::SortedOrder(const double* x, std::uint32_t n)
     : m_x(x),
       m_size(n),
       m_positionBits(static_cast<unsigned>(std::bit_width(n))),
-      m_buffer(2 * static_cast<std::size_t>(n)) {
+      m_buffer(with_scratch(n) + n / 64 + 1) {
     if (!m_buffer || n == 0) {
         return;
     }
-    if (n > kSmallSample || !sort_by_value()) {
-        sort_by_image();
+    const bool isSorted = (n <= kSmallSample && sort_by_value()) || sort_by_image();
+    if (!isSorted) {
+        m_buffer.release();
     }
 }
 
@@ -81,7 +86,8 @@ bool SortedOrder::sort_by_value() {
     return true;
 }
 
-void SortedOrder::sort_by_image() {
+/// False when the scratch space could not be allocated.
+bool SortedOrder::sort_by_image() {
     const double* const x = m_x;
     WordRange range = range_of(m_size, [=](std::size_t i) { return image_of(x[i]); });
     range.smallest = tie_image(range.smallest);
@@ -89,15 +95,18 @@ void SortedOrder::sort_by_image() {
     const auto width = static_cast<unsigned>(std::bit_width(range.largest - range.smallest));
     const unsigned room = 64 - m_positionBits;
     m_shift = width > room ? width - room : 0;
-    m_prefixDecides = all_share_trailing_bits(range.smallest);
+    m_prefixDecides = all_share_trailing_bits(range.smallest) ||
+                      (m_size > kCacheWords && prefixes_tell_few_values_apart(range.smallest));
     m_nanPrefix = (kNaNImage - range.smallest) >> m_shift;
     const auto packed = [=, this, origin = range.smallest](std::size_t i) {
         return pack((tie_image(image_of(x[i])) - origin) >> m_shift, i);
     };
     const WordRange packedRange{0, pack((range.largest - range.smallest) >> m_shift, m_size - 1),
                                 range.isAscending};
-    std::uint64_t* const words = m_buffer.words();
-    sort_from(m_size, packed, packedRange, words, words + m_size);
+    Scratch scratch(m_size, marks() + m_size / 64 + 1);
+    if (!sort_from(m_size, packed, packedRange, m_buffer.words(), scratch)) {
+        return false;
+    }
     for (std::size_t first = 0, end = 1; first < m_size; first = end++) {
         while (end < m_size && prefix(end) == prefix(first)) {
             ++end;
@@ -105,9 +114,10 @@ void SortedOrder::sort_by_image() {
         if (end - first == 1) {
             mark(first, false);
         } else {
-            settle_run(first, end);
+            settle_run(first, end, scratch.words());
         }
     }
+    return true;
 }
 
 /// Whether all images agree with that one in the bits that do not fit into a word. Where they do
@@ -119,19 +129,48 @@ bool SortedOrder::all_share_trailing_bits(std::uint64_t image) const {
     });
 }
 
+/// Whether a sample of few values that repeat has no two of them with the same prefix: then no run
+/// need be settled, which would read x all over. Samples of many values are not looked at further.
+bool SortedOrder::prefixes_tell_few_values_apart(std::uint64_t origin) {
+    constexpr std::size_t kSlots = 8192;
+    constexpr std::uint64_t kEmpty = kNaNImage;            // no number has the prefix of a NaN
+    constexpr std::uint64_t kGolden = 0x9E3779B97F4A7C15;  // Knuth's multiplicative hashing
+    std::uint64_t* const seen = m_buffer.words();
+    std::fill_n(seen, kSlots, kEmpty);
+    std::size_t slotsLeft = kSlots / 2;
+    for (std::size_t i = 0; i < m_size; ++i) {
+        const std::uint64_t image = tie_image(image_of(m_x[i]));
+        const std::uint64_t prefix = (image - origin) >> m_shift;
+        std::size_t slot = (prefix * kGolden) >> 51U;
+        for (; seen[slot] != image; slot = (slot + 1) % kSlots) {
+            if (seen[slot] == kEmpty) {
+                if (--slotsLeft == 0) {
+                    return false;
+                }
+                seen[slot] = image;
+                break;
+            }
+            if ((seen[slot] - origin) >> m_shift == prefix) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
 /// Words that agree in their prefix may stand for different values: puts them in order, and marks
 /// those that are tied.
-void SortedOrder::settle_run(std::size_t first, std::size_t end) {
-    const bool mayDiffer = !m_prefixDecides && sort_run(first, end - first);
+void SortedOrder::settle_run(std::size_t first, std::size_t end, std::uint64_t* scratch) {
+    const bool mayDiffer = !m_prefixDecides && sort_run(first, end - first, scratch);
     mark(first, false);
-    const bool mayBeNaN = prefix(first) == m_nanPrefix;
+    const bool isNaN = prefix(first) == m_nanPrefix;  // which no number has
     for (std::size_t i = first + 1; i < end; ++i) {
-        mark(i, (!mayDiffer || image(i - 1) == image(i)) && !(mayBeNaN && image(i) == kNaNImage));
+        mark(i, !isNaN && (!mayDiffer || image(i - 1) == image(i)));
     }
 }
 
 /// Returns whether the run has different values.
-bool SortedOrder::sort_run(std::size_t first, std::size_t size) {
+bool SortedOrder::sort_run(std::size_t first, std::size_t size, std::uint64_t* scratch) {
     const WordRange range = range_of(size, [=, this](std::size_t i) { return image(first + i); });
     if (range.smallest == range.largest) {
         return false;
@@ -142,7 +181,7 @@ bool SortedOrder::sort_run(std::size_t first, std::size_t size) {
     for (std::size_t i = 0; i < size; ++i) {
         words[i] = pack(image(first + i) - range.smallest, (*this)[first + i]);
     }
-    sort_words(words, size, m_buffer.words() + m_size + first);
+    sort_words(words, size, scratch);
     for (std::size_t i = 0; i < size; ++i) {
         words[i] = pack(common, (*this)[first + i]);
     }
@@ -153,14 +192,14 @@ std::uint64_t SortedOrder::image(std::size_t i) const {
     return tie_image(image_of(m_x[(*this)[i]]));
 }
 
-/// Called for i = 0, 1, ...: then the marks stay behind the scratch space of the runs to come.
+/// Called for i = 0, 1, ...
 void SortedOrder::mark(std::size_t i, bool isTied) {
-    std::uint64_t* const marks = m_buffer.words() + m_size + i / 64;
+    std::uint64_t* const word = marks() + i / 64;
     if (i % 64 == 0) {
-        *marks = 0;
+        *word = 0;
     }
     if (isTied) {  // a store for each value would make it wait for the one before
-        *marks |= std::uint64_t{1} << (i % 64);
+        *word |= std::uint64_t{1} << (i % 64);
     }
 }
 

@@ -2,34 +2,18 @@
 #define VELA_DESCRIPTIVE_ORDERING_HPP
 
 #include "descriptive/ordering_small.hpp"
+#include "descriptive/word_buffer.hpp"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
-#include <new>
 
 /// Everything in the library that needs data in order: a sorted copy, the sorting permutation with
 /// its ties, and single order statistics without a full sort. NaN of either sign stands after
 /// +infinity. Time is linear in the number of values for whatever data, memory 16 bytes per value
-/// at most, and nothing here raises a floating-point fault or touches the floating-point state.
+/// at most and 8 as a rule beyond a million of them, and nothing here raises a floating-point fault
+/// or touches the floating-point state.
 namespace vela::descriptive {
-
-/// Uninitialized storage for `count` words of 64 bits.
-class WordBuffer {
-public:
-    explicit WordBuffer(std::size_t count)
-        : m_bytes(count <= SIZE_MAX / sizeof(std::uint64_t)
-                      ? new (std::nothrow) std::byte[count * sizeof(std::uint64_t)]
-                      : nullptr) {}
-
-    explicit operator bool() const { return m_bytes != nullptr; }
-    std::uint64_t* words() const { return reinterpret_cast<std::uint64_t*>(m_bytes.get()); }
-    double* doubles() const { return reinterpret_cast<double*>(m_bytes.get()); }
-
-private:
-    std::unique_ptr<std::byte[]> m_bytes;
-};
 
 /// A private copy of n values in ascending order; false when it could not be allocated.
 class SortedCopy {
@@ -62,9 +46,11 @@ public:
     }
 
     /// Whether the i-th smallest value equals the one before it, i from 1; a NaN equals nothing.
-    bool is_tied(std::size_t i) const {
-        return (m_buffer.words()[m_size + i / 64] >> (i % 64) & 1U) != 0;
-    }
+    bool is_tied(std::size_t i) const { return (marks()[i / 64] >> (i % 64) & 1U) != 0; }
+
+    /// The ranks from 1, equal values sharing their average, in the order of x; x itself may take
+    /// them. The last use of the order: its memory serves as scratch.
+    void write_ranks(double* ranks);
 
 private:
     static constexpr std::uint64_t kOne = 1;
@@ -74,12 +60,18 @@ private:
         return prefix << m_positionBits | position;
     }
     std::uint64_t image(std::size_t i) const;
+    std::uint64_t* marks() const { return m_buffer.words() + m_size; }
     bool sort_by_value();
-    void sort_by_image();
+    bool sort_by_image();
     bool all_share_trailing_bits(std::uint64_t image) const;
-    void settle_run(std::size_t first, std::size_t end);
-    bool sort_run(std::size_t first, std::size_t size);
+    bool prefixes_tell_few_values_apart(std::uint64_t origin);
+    void settle_run(std::size_t first, std::size_t end, std::uint64_t* scratch);
+    bool sort_run(std::size_t first, std::size_t size, std::uint64_t* scratch);
     void mark(std::size_t i, bool isTied);
+    template <class Use>
+    void for_each_run(Use use) const;
+    bool is_scattered() const;
+    void write_ranks_by_blocks(double* ranks);
 
     const double* m_x;
     std::uint32_t m_size;
@@ -87,7 +79,7 @@ private:
     unsigned m_shift = 0;           // trailing bits of the images that do not fit into a word
     bool m_prefixDecides = true;    // equal leading bits stand for equal values
     std::uint64_t m_nanPrefix = 0;  // leading bits that a NaN would have
-    WordBuffer m_buffer;            // words of leading bits and position; then scratch, then marks
+    WordBuffer m_buffer;            // words of leading bits and position; then a bit for each tie
 };
 
 /// A few order statistics of a sample, found without sorting it. First every rank is asked for,

@@ -33,6 +33,7 @@ struct KeptBins {
     std::array<Kept, SelectedValues::kCapacity> bins;  // of which `count` are written
     std::size_t count = 0;
     std::size_t words = 0;
+    std::size_t mostInOne = 0;
 };
 
 KeptBins choose_bins(const std::uint64_t* counts, const Wanted& wanted) {
@@ -52,6 +53,7 @@ KeptBins choose_bins(const std::uint64_t* counts, const Wanted& wanted) {
                             wanted.base + before};
         kept.bins[kept.count++] = {bin, kept.words, size, inside};
         kept.words += size;
+        kept.mostInOne = std::max(kept.mostInOne, size);
     }
     return kept;
 }
@@ -86,38 +88,45 @@ struct Gathered {
     std::uint64_t operator()(std::size_t i) const { return words[i]; }
 };
 
-/// The wanted values among get(0), ..., get(n - 1). `work` has room for n words, and so has
-/// `spare`, which may be where get() reads.
+/// The bins of get(0), ..., get(n - 1) that hold the wanted values, gathered in `work`, which has
+/// room for n words; none where the values are found and written already. Inlined, its loops would
+/// be slower by a tenth.
 template <class Get>
-// NOLINTNEXTLINE(misc-no-recursion): every level leaves off 7 bits at least
-void select_among(std::size_t n, Get get, std::uint64_t* work, std::uint64_t* spare,
-                  const Wanted& wanted) {
+[[gnu::noinline]] KeptBins narrow(std::size_t n, Get get, const Wanted& wanted,
+                                  std::uint64_t* work) {
     const auto write = [&](auto value) {
         for (std::size_t i = 0; i < wanted.count; ++i) {
             wanted.values[i] = value_of(value(wanted.rank(i)));
         }
     };
+    KeptBins kept;
     if (n <= kFewWords) {
         for (std::size_t i = 0; i < n; ++i) {
             work[i] = get(i);
         }
         std::sort(work, work + n);
         write(Gathered{work});
-        return;
+        return kept;
     }
     const WordRange range = range_of(n, get);
     if (range.isAscending) {
         write(get);
-        return;
+        return kept;
     }
     const Bins bins(range, n);
     bins.tally(n, get, work);
-    const KeptBins kept = choose_bins(work, wanted);
+    kept = choose_bins(work, wanted);
     gather(n, get, bins, kept, work);
+    return kept;
+}
+
+/// The wanted values in the kept bins; `spare` has room for the words of the largest.
+// NOLINTNEXTLINE(misc-no-recursion): every level leaves off 7 bits at least
+void select_in_bins(const KeptBins& kept, std::uint64_t* work, std::uint64_t* spare) {
     for (std::size_t i = 0; i < kept.count; ++i) {
         const Kept& bin = kept.bins[i];
-        select_among(bin.size, Gathered{work + bin.start}, spare + bin.start, work + bin.start,
-                     bin.wanted);
+        std::uint64_t* const words = work + bin.start;
+        select_in_bins(narrow(bin.size, Gathered{words}, bin.wanted, spare), spare, words);
     }
 }
 
@@ -127,14 +136,18 @@ bool SelectedValues::select(const double* x, std::uint32_t n) {
     std::sort(m_ranks.begin(), m_ranks.begin() + m_count);
     m_count = static_cast<std::size_t>(std::unique(m_ranks.begin(), m_ranks.begin() + m_count) -
                                        m_ranks.begin());
-    const WordBuffer buffer(2 * static_cast<std::size_t>(n));
-    if (!buffer) {
+    const WordBuffer work(with_scratch(n));
+    if (!work) {
         return false;
     }
-    std::uint64_t* const words = buffer.words();
-    select_among(
-        n, [=](std::size_t i) { return image_of(x[i]); }, words, words + n,
-        Wanted{m_ranks.data(), m_values.data(), m_count, 0});
+    const KeptBins kept = narrow(
+        n, [=](std::size_t i) { return image_of(x[i]); },
+        Wanted{m_ranks.data(), m_values.data(), m_count, 0}, work.words());
+    Scratch spare(n, work.words() + n);
+    if (!spare.reserve(kept.mostInOne)) {
+        return false;
+    }
+    select_in_bins(kept, work.words(), spare.words());
     return true;
 }
 

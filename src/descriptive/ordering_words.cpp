@@ -122,8 +122,7 @@ void sort_in_cache(std::uint64_t* words, std::size_t n, const WordRange& range,
 
 void sort_groups(const Groups& groups, std::uint64_t* words, std::uint64_t* scratch) {
     for (std::size_t g = 0; g < groups.count; ++g) {
-        const std::size_t start = groups.starts[g];
-        sort_words(words + start, groups.starts[g + 1] - start, scratch);
+        sort_words(words + groups.starts[g], groups.size(g), scratch);
     }
 }
 // NOLINTEND(misc-no-recursion)

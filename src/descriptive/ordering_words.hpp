@@ -1,6 +1,8 @@
 #ifndef VELA_DESCRIPTIVE_ORDERING_WORDS_HPP
 #define VELA_DESCRIPTIVE_ORDERING_WORDS_HPP
 
+#include "descriptive/word_buffer.hpp"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -81,7 +83,8 @@ struct Bins {
 
 /// Stores that fill many places at once wait for every cache line that they begin, unless it is
 /// asked for as soon as they come to the line before it.
-inline void store_and_prefetch(std::uint64_t* place, std::uint64_t word) {
+template <class Word>
+void store_and_prefetch(Word* place, Word word) {
     constexpr std::size_t kWordsPerLine = 8;
     *place = word;
     __builtin_prefetch(place + kWordsPerLine, 1);
@@ -97,6 +100,15 @@ struct Groups {
 
     std::size_t count = 0;
     std::array<std::size_t, kMost + 1> starts{};
+
+    std::size_t size(std::size_t group) const { return starts[group + 1] - starts[group]; }
+    std::size_t largest() const {
+        std::size_t most = 0;
+        for (std::size_t group = 0; group < count; ++group) {
+            most = std::max(most, size(group));
+        }
+        return most;
+    }
 };
 
 /// get(0), ..., get(n - 1) to `out`, group by group. `out` serves for the counts first, so get()
@@ -142,21 +154,26 @@ void sort_groups(const Groups& groups, std::uint64_t* words, std::uint64_t* scra
 void sort_in_cache(std::uint64_t* words, std::size_t n, const WordRange& range, std::uint64_t* out);
 
 /// get(0), ..., get(n - 1), n >= 1, in ascending order to `out`, but as they come where the range
-/// says that they ascend; scratch has room for n words.
+/// says that they ascend. Otherwise there is scratch space afterwards for all words that agree in
+/// the 15 leading bits of their distance from the smallest; false when it could not be allocated.
 template <class Get>
-void sort_from(std::size_t n, Get get, const WordRange& range, std::uint64_t* out,
-               std::uint64_t* scratch) {
-    if (range.isAscending || n <= kCacheWords) {
-        std::uint64_t* const copy = range.isAscending ? out : scratch;
-        for (std::size_t i = 0; i < n; ++i) {
-            copy[i] = get(i);
+bool sort_from(std::size_t n, Get get, const WordRange& range, std::uint64_t* out,
+               Scratch& scratch) {
+    if (!range.isAscending && n > kCacheWords) {
+        const Groups groups = distribute(n, get, range, out);
+        if (scratch.reserve(groups.largest())) {
+            sort_groups(groups, out, scratch.words());
         }
-        if (!range.isAscending) {
-            sort_in_cache(scratch, n, range, out);
-        }
-    } else {
-        sort_groups(distribute(n, get, range, out), out, scratch);
+        return scratch.words() != nullptr;
     }
+    std::uint64_t* const copy = range.isAscending ? out : scratch.words();
+    for (std::size_t i = 0; i < n; ++i) {
+        copy[i] = get(i);
+    }
+    if (!range.isAscending) {
+        sort_in_cache(copy, n, range, out);
+    }
+    return true;
 }
 
 }  // namespace vela::descriptive

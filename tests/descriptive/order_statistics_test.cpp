@@ -61,7 +61,7 @@ TEST(OrderStatistics, MatchReferenceValues) { check_reference_cases("order.csv",
 
 // On both sides of every size at which the method of sorting or selecting changes.
 constexpr std::size_t kSizes[] = {1,   2,    3,    19,   20,    50,    192,
-                                  193, 1024, 1025, 6000, 65536, 65537, 200000};
+                                  193, 1024, 1025, 6000, 65536, 65537, 300000};
 
 /// NaN after everything else; equal values and NaN by position.
 Positions stable_order(const Values& x) {
