@@ -61,7 +61,7 @@ private:
     double m_low;   // P(X <= m_low) falls short of p
     double m_high;  // P(X <= m_high) reaches p, as far as it has been looked at
     double m_k;
-    double m_step = 1.0;
+    double m_step;
     bool m_isBounded;
     bool m_hasLow = false;   // the end has been looked at
     bool m_hasHigh = false;  // likewise

@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <latch>
-#include <random>
 #include <vector>
 
 namespace vela::test {
@@ -22,17 +21,10 @@ Registration registration_of(unsigned thread) {
 
 /// Calls of the thread's own, of which each thread begins with another subject.
 std::uint64_t digest_of(unsigned thread) {
-    constexpr void (*exercises[])(Bytes&, Results&) = {exercise_distributions, exercise_arrays,
-                                                       exercise_records, exercise_clustering};
     std::mt19937_64 bits(thread);
-    std::vector<std::uint64_t> words(512);
     Results results;
     for (unsigned round = 0; round < kRounds; ++round) {
-        for (std::uint64_t& word : words) {
-            word = bits();
-        }
-        Bytes bytes(reinterpret_cast<const std::uint8_t*>(words.data()), 8 * words.size());
-        exercises[(round + thread) % 4](bytes, results);
+        kExercises[(round + thread) % 4].run(bits, results);
     }
     return results.digest();
 }

@@ -3,9 +3,12 @@
 #include "support/special_values.hpp"
 #include "vela/missing_value.hpp"
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
+#include <cstdio>
 #include <iterator>
+#include <vector>
 
 namespace vela::test {
 namespace {
@@ -62,7 +65,30 @@ Sample make_sample_of(Bytes& bytes, std::uint32_t count) {
 }
 
 Sample make_sample(Bytes& bytes, unsigned most) {
-    return make_sample_of(bytes, bytes.below(most + 1));
+    return make_sample_of(bytes, bytes.below(most * bytes.scale() + 1));
+}
+
+void Exercise::run(std::mt19937_64& bits, Results& results, unsigned scale) const {
+    std::vector<std::uint8_t> drawn(std::size_t{4096} * scale);
+    std::generate(drawn.begin(), drawn.end(), [&] { return static_cast<std::uint8_t>(bits()); });
+    Bytes bytes(drawn.data(), drawn.size(), scale);
+    call(bytes, results);
+}
+
+void print_digest(const char* name, const Results& results) {
+    std::printf("%s %016llx\n", name, static_cast<unsigned long long>(results.digest()));
+}
+
+void print_c_library(std::mt19937_64& bits) {
+    Results results;
+    for (int i = 0; i < 50'000; ++i) {
+        const double u = static_cast<double>(bits() >> 11U) * 0x1p-53;
+        const double x = std::ldexp(u, static_cast<int>(bits() % 24U) - 14);
+        results.add_each(std::exp(-x), std::expm1(x), std::log(x), std::log1p(x), std::log(u),
+                         std::pow(u, x), std::pow(1.0 + x, 1.0 / u), std::tan(u), std::atan(x),
+                         std::asin(u), std::sinh(u), std::erfc(u), std::hypot(x, u));
+    }
+    print_digest("C library", results);
 }
 
 }  // namespace vela::test

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <random>
 
 /// Calls of the whole interface on arguments made from bytes: a fuzzer chooses the bytes to find a
 /// call that misbehaves, and the digest takes them from a generator to compare builds.
@@ -15,9 +16,11 @@ namespace vela::test {
 /// The bytes, then zeros.
 class Bytes {
 public:
-    Bytes(const std::uint8_t* data, std::size_t size) : m_data(data), m_left(size) {}
+    /// Samples are `scale` times as large as usual.
+    Bytes(const std::uint8_t* data, std::size_t size, unsigned scale = 1)
+        : m_data(data), m_left(size), m_scale(scale) {}
 
-    bool at_end() const { return m_left == 0; }
+    unsigned scale() const { return m_scale; }
 
     template <class T>
     T next() {
@@ -43,6 +46,7 @@ public:
 private:
     const std::uint8_t* m_data;
     std::size_t m_left;
+    unsigned m_scale;
 };
 
 /// Observations in a block of exactly their size, so that a sanitizer sees a read outside.
@@ -99,6 +103,23 @@ void exercise_distributions(Bytes& bytes, Results& results);
 void exercise_arrays(Bytes& bytes, Results& results);
 void exercise_records(Bytes& bytes, Results& results);
 void exercise_clustering(Bytes& bytes, Results& results);
+
+struct Exercise {
+    const char* name;
+    void (*call)(Bytes& bytes, Results& results);
+
+    /// On drawn bytes, with samples `scale` times as large as a fuzzer's.
+    void run(std::mt19937_64& bits, Results& results, unsigned scale = 1) const;
+};
+inline constexpr Exercise kExercises[] = {{"distributions", exercise_distributions},
+                                          {"arrays", exercise_arrays},
+                                          {"records", exercise_records},
+                                          {"clustering", exercise_clustering}};
+
+void print_digest(const char* name, const Results& results);
+
+/// The digest of the C library's functions, on whose last bits the library's results depend.
+void print_c_library(std::mt19937_64& bits);
 
 }  // namespace vela::test
 
