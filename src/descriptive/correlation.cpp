@@ -30,22 +30,27 @@ struct Comoments {
 };
 
 /// One pass for n > 0; x is the first and y the second element of each pair.
+template <class Divisor>
+Comoments accumulate(const double* x, const double* y, unsigned int n) {
+    descriptive::GuessedRunningMean<Pair> means(Pair{x[0], y[0]});
+    KahanPair squares;
+    KahanSum products;
+    descriptive::for_counts<Divisor>(1, n, [&](unsigned int i, double before, Divisor count) {
+        const Pair deviations = Pair{x[i], y[i]} - means.value();
+        const Pair moves = means.add(deviations, count);
+        squares.add(before * deviations * moves);
+        // Multiplied before it is taken apart: one instruction less in the loop.
+        products.add((before * moves)[1] * deviations[0]);
+    });
+    return {squares.value()[0], squares.value()[1], products.value()};
+}
+
 Comoments comoments(const double* x, const double* y, unsigned int n) {
-    const auto loop = [=]<class Divisor>() {
-        descriptive::GuessedRunningMean<Pair> means(Pair{x[0], y[0]});
-        KahanPair squares;
-        KahanSum products;
-        descriptive::for_counts<Divisor>(
-            1, n, [&](unsigned int i, double before, const Divisor& count) {
-                const Pair deviations = Pair{x[i], y[i]} - means.value();
-                const Pair moves = means.add(deviations, count);
-                squares.add(before * deviations * moves);
-                // Multiplied before it is taken apart: one instruction less in the loop.
-                products.add((before * moves)[1] * deviations[0]);
-            });
-        return Comoments{squares.value()[0], squares.value()[1], products.value()};
+    const auto loop = []<class Divisor>(const double* first, const double* second,
+                                        unsigned int size) {
+        return accumulate<Divisor>(first, second, size);
     };
-    return descriptive::with_fastest_divisor(loop);
+    return descriptive::with_fastest_divisor(loop, x, y, n);
 }
 
 std::unique_ptr<double[]> allocate(unsigned int n) {

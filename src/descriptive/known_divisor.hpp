@@ -133,58 +133,76 @@ inline constexpr auto kReciprocals = [] {
 /// block ahead of the chains of the steps.
 template <class Divisor, class Step>
 void for_counts(unsigned int first, unsigned int n, const Step& step) {
-    constexpr unsigned int kBlock = 16;
-    Reciprocals<kBlock> block;
-    for (unsigned int i = first; i < n;) {
-        const bool isTabulated = i < kTabulated;
-        double before = i;
-        if (!isTabulated) {
-            for (unsigned int k = 0; k < kBlock; ++k) {
-                const Reciprocal reciprocal = Divisor::reciprocal(before + 1.0 + k);
-                block.high[k] = reciprocal.high;
-                block.low[k] = reciprocal.low;
-            }
+    double before = first;
+    const auto take_step = [&](unsigned int at, double high, double low) {
+        step(at, before, Divisor(before + 1.0, Reciprocal{high, low}));
+        before += 1.0;
+    };
+    unsigned int i = first;
+    if (i < kTabulated) {
+        // Two at a time, because copying the sums from one value to the next takes time too. The
+        // odd one comes last: ahead of the loop, the compiler would fold its operations with the
+        // zeros that sums begin with, as is right for rounding to nearest only.
+        const unsigned int end = std::min(n, kTabulated);
+        for (; i + 1 < end; i += 2) {
+            take_step(i, kReciprocals.high[i], kReciprocals.low[i]);
+            take_step(i + 1, kReciprocals.high[i + 1], kReciprocals.low[i + 1]);
         }
-        const double* high = isTabulated ? &kReciprocals.high[i] : block.high;
-        const double* low = isTabulated ? &kReciprocals.low[i] : block.low;
-        const unsigned int size = std::min(n - i, isTabulated ? kTabulated - i : kBlock);
-        // Unrolled, because copying the sums from one value to the next takes time too.
+        if (i < end) {
+            take_step(i, kReciprocals.high[i], kReciprocals.low[i]);
+            ++i;
+        }
+    }
+    constexpr unsigned int kBlock = 16;
+    while (i < n) {
+        Reciprocals<kBlock> block;
+        const double divisor = before + 1.0;
+        for (unsigned int k = 0; k < kBlock; ++k) {
+            const Reciprocal reciprocal = Divisor::reciprocal(divisor + k);
+            block.high[k] = reciprocal.high;
+            block.low[k] = reciprocal.low;
+        }
+        const unsigned int size = std::min(n - i, kBlock);
 #pragma GCC unroll 2
         for (unsigned int k = 0; k < size; ++k) {
-            step(i + k, before, Divisor(before + 1.0, Reciprocal{high[k], low[k]}));
-            before += 1.0;
+            take_step(i + k, block.high[k], block.low[k]);
         }
         i += size;
     }
 }
 
-template <class Loop>
-auto with_plain_divisor(const Loop& loop) {
-    return loop.template operator()<PlainDivisor>();
+// Arguments stand beside the loop, to stay in registers: in its closure they would go through memory
+// and be copied there, which takes a tenth of the time of a short sample.
+
+// Never inlined, since its stack frame would burden the other loop.
+template <class Loop, class... Arguments>
+[[gnu::noinline]] auto with_plain_divisor(Loop loop, Arguments... arguments) {
+    return loop.template operator()<PlainDivisor>(arguments...);
 }
 
 #if defined(__x86_64__)
 
-template <class Loop>
-[[gnu::target("fma"), gnu::flatten]] auto with_fused_divisor(const Loop& loop) {
-    return loop.template operator()<FusedDivisor>();
+template <class Loop, class... Arguments>
+[[gnu::target("fma"), gnu::flatten]] auto with_fused_divisor(Loop loop, Arguments... arguments) {
+    return loop.template operator()<FusedDivisor>(arguments...);
 }
 
-/// Runs a loop, a lambda of the form []<class Divisor>() { ... }, with the faster divisor, and
-/// returns its result.
-template <class Loop>
-auto with_fastest_divisor(const Loop& loop) {
+/// Runs a loop, a lambda of the form []<class Divisor>(arguments) { ... }, with the faster divisor,
+/// and returns its result.
+template <class Loop, class... Arguments>
+auto with_fastest_divisor(Loop loop, Arguments... arguments) {
     constexpr unsigned int kRoundingDirection = 0x6000;  // in the control word; 0 is to nearest
     const bool canFuse =
         __builtin_cpu_supports("fma") && (__builtin_ia32_stmxcsr() & kRoundingDirection) == 0;
-    return canFuse ? with_fused_divisor(loop) : with_plain_divisor(loop);
+    return canFuse ? with_fused_divisor(loop, arguments...)
+                   : with_plain_divisor(loop, arguments...);
 }
 
 #else
 
-template <class Loop>
-auto with_fastest_divisor(const Loop& loop) {
-    return with_plain_divisor(loop);
+template <class Loop, class... Arguments>
+auto with_fastest_divisor(Loop loop, Arguments... arguments) {
+    return with_plain_divisor(loop, arguments...);
 }
 
 #endif

@@ -8,7 +8,6 @@
 #include "descriptive/running_mean.hpp"
 
 #include <algorithm>
-#include <type_traits>
 #include <utility>
 
 namespace vela::descriptive {
@@ -51,10 +50,10 @@ Accumulator<Mean> add_rest(Accumulator<Mean> accumulator, const Sample& sample,
     return accumulator;
 }
 
-template <class Divisor, class Mean, std::size_t... k>
+template <class Divisor, std::size_t... k>
 std::array<MeanAndVariance, sizeof...(k)> run(const std::array<Sample, sizeof...(k)>& samples,
                                               std::index_sequence<k...> /*unused*/) {
-    std::array<Accumulator<Mean>, sizeof...(k)> accumulators{Accumulator<Mean>(samples[k])...};
+    std::array accumulators{Accumulator<RunningMean>(samples[k])...};
     const unsigned int common = std::max(1U, std::min({samples[k].n...}));
     for_counts<Divisor>(1, common, [&](unsigned int i, double before, const Divisor& count) {
         (accumulators[k].add(samples[k].x[i], before, count), ...);
@@ -64,15 +63,20 @@ std::array<MeanAndVariance, sizeof...(k)> run(const std::array<Sample, sizeof...
 
 }  // namespace
 
-template <std::size_t count>
-std::array<MeanAndVariance, count> means_and_variances(const std::array<Sample, count>& samples) {
-    constexpr std::make_index_sequence<count> indices;
-    using Mean = std::conditional_t<count == 1, GuessedRunningMean<double>, RunningMean>;
-    return with_fastest_divisor(
-        [&]<class Divisor>() { return run<Divisor, Mean>(samples, indices); });
+MeanAndVariance mean_and_variance(Sample sample) {
+    const auto loop = []<class Divisor>(Sample values) {
+        const Accumulator<GuessedRunningMean<double>> first(values);
+        return add_rest<Divisor>(first, values, 1).result(values.n);
+    };
+    return with_fastest_divisor(loop, sample);
 }
 
-template std::array<MeanAndVariance, 1> means_and_variances(const std::array<Sample, 1>&);
+template <std::size_t count>
+std::array<MeanAndVariance, count> means_and_variances(const std::array<Sample, count>& samples) {
+    return with_fastest_divisor(
+        [&]<class Divisor>() { return run<Divisor>(samples, std::make_index_sequence<count>()); });
+}
+
 template std::array<MeanAndVariance, 2> means_and_variances(const std::array<Sample, 2>&);
 template std::array<MeanAndVariance, 3> means_and_variances(const std::array<Sample, 3>&);
 

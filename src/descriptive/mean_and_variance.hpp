@@ -16,12 +16,14 @@ struct MeanAndVariance {
     double variance;
 };
 
-/// v1::GetSampleMeanAndVariance of several samples, whose equal but independent chains of
-/// operations run together: two or three samples take little longer than the longest of them.
+/// v1::GetSampleMeanAndVariance.
+MeanAndVariance mean_and_variance(Sample sample);
+
+/// The same of several samples, whose equal but independent chains of operations run together: two
+/// or three samples take little longer than the longest of them.
 template <std::size_t count>
 std::array<MeanAndVariance, count> means_and_variances(const std::array<Sample, count>& samples);
 
-extern template std::array<MeanAndVariance, 1> means_and_variances(const std::array<Sample, 1>&);
 extern template std::array<MeanAndVariance, 2> means_and_variances(const std::array<Sample, 2>&);
 extern template std::array<MeanAndVariance, 3> means_and_variances(const std::array<Sample, 3>&);
 

@@ -22,24 +22,25 @@ double GetSampleMean(const double* x, unsigned int n) {
     if (n == 0) {
         return kNaN;
     }
-    return descriptive::with_fastest_divisor([=]<class Divisor>() {
-        descriptive::GuessedRunningMean<double> mean(x[0]);
+    const auto loop = []<class Divisor>(const double* values, unsigned int size) {
+        descriptive::GuessedRunningMean<double> mean(values[0]);
         descriptive::for_counts<Divisor>(
-            1, n, [&](unsigned int i, double /*before*/, const Divisor& count) {
-                mean.add(x[i] - mean.value(), count);
+            1, size, [&](unsigned int i, double /*before*/, const Divisor& count) {
+                mean.add(values[i] - mean.value(), count);
             });
         return mean.value();
-    });
+    };
+    return descriptive::with_fastest_divisor(loop, x, n);
 }
 
 void GetSampleMeanAndVariance(const double* x, unsigned int n, double* mean, double* variance) {
-    const auto [result] = descriptive::means_and_variances<1>({{{x, n}}});
+    const auto result = descriptive::mean_and_variance({x, n});
     *mean = result.mean;
     *variance = result.variance;
 }
 
 double GetSampleVariance(const double* x, unsigned int n) {
-    return descriptive::means_and_variances<1>({{{x, n}}})[0].variance;
+    return descriptive::mean_and_variance({x, n}).variance;
 }
 
 double GetSampleVariance(const double* x, unsigned int n, double center) {
@@ -58,7 +59,7 @@ double GetSampleVariance(const double* x, unsigned int n, double center) {
 }
 
 void GetSecondSampleMoments(SecondSampleMoments* record, const double* x) {
-    const auto [result] = descriptive::means_and_variances<1>({{{x, record->count}}});
+    const auto result = descriptive::mean_and_variance({x, record->count});
     const double count = record->count;
     record->mean = result.mean;
     record->sum = count * result.mean;

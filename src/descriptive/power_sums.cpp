@@ -69,8 +69,10 @@ PowerSums accumulate(const double* x, unsigned int n) {
 
 /// For n > 0; with one value the sums are 0.
 PowerSums power_sums(const double* x, unsigned int n) {
-    return descriptive::with_fastest_divisor(
-        [=]<class Divisor>() { return accumulate<Divisor>(x, n); });
+    const auto loop = []<class Divisor>(const double* values, unsigned int size) {
+        return accumulate<Divisor>(values, size);
+    };
+    return descriptive::with_fastest_divisor(loop, x, n);
 }
 
 }  // namespace

@@ -4,16 +4,43 @@
 #include "vela/v1/order_statistics.hpp"
 
 #include <algorithm>
+#include <array>
 
 namespace vela::v1 {
 
 using descriptive::SortedOrder;
+
+namespace {
+
+/// A rank is half of one more than the values below and the values not above. Of a few values all
+/// pairs are compared sooner than any sort gets over its branches.
+void rank_few(const double* x, std::size_t n, double* ranks) {
+    std::array<std::uint32_t, descriptive::kFewValues> twice;
+    for (std::size_t i = 0; i < n; ++i) {
+        std::uint32_t before = 0;
+        for (std::size_t k = 0; k < i; ++k) {
+            const std::uint32_t isBefore = (x[k] < x[i] ? 1U : 0U) + (x[k] <= x[i] ? 1U : 0U);
+            before += isBefore;
+            twice[k] += 2 - isBefore;
+        }
+        twice[i] = before + 2;  // one more, and itself, which is not above itself
+    }
+    for (std::size_t i = 0; i < n; ++i) {  // not sooner: the ranks may replace the values
+        ranks[i] = static_cast<double>(twice[i]) / 2.0;
+    }
+}
+
+}  // namespace
 
 void GetOrder(const double* x, unsigned int n, unsigned int* order) {
     descriptive::write_order(x, n, order);
 }
 
 int GetRank(const double* x, unsigned int n, double* ranks) {
+    if (n < descriptive::kFewValues && descriptive::all_finite(x, n)) {
+        rank_few(x, n, ranks);
+        return conventions::kSuccess;
+    }
     SortedOrder order(x, n);
     if (!order) {
         std::fill_n(ranks, n, conventions::kNaN);

@@ -4,6 +4,7 @@
 #include "descriptive/kahan.hpp"
 
 #include <bit>
+#include <cstdint>
 
 namespace vela::descriptive {
 
@@ -57,9 +58,14 @@ public:
     }
 
 private:
-    static bool differ(double guess, double exact) { return guess != exact; }
+    // By their bits, since zeros of either sign are equal.
+    static bool differ(double guess, double exact) {
+        return std::bit_cast<std::uint64_t>(guess) != std::bit_cast<std::uint64_t>(exact);
+    }
     static bool differ(Pair guess, Pair exact) {
-        return kernels::any_sign(std::bit_cast<Pair>(guess != exact));
+        using Bits [[gnu::vector_size(16)]] = std::uint64_t;
+        return kernels::any_sign(
+            std::bit_cast<Pair>(std::bit_cast<Bits>(guess) != std::bit_cast<Bits>(exact)));
     }
 
     Value m_mean;

@@ -220,7 +220,7 @@ std::vector<Case> tests_of_hypothesis(Workspace& w) {
 
 TEST(AllocationFailure, GivesItsStatusAndLeaksNothing) {
     // Sizes on every side of the thresholds between the methods of ordering.
-    for (const unsigned n : {3U, 1000U, 5000U, 70000U}) {
+    for (const unsigned n : {30U, 1000U, 5000U, 70000U}) {
         Workspace w(n);
         for (const auto make_cases : {order_statistics, summaries, tests_of_hypothesis}) {
             for (const Case& c : make_cases(w)) {

@@ -74,7 +74,7 @@ inline void write_summary(const descriptive::MeanAndVariance& summary, double* m
 }
 
 inline void summarize(const double* x, std::uint32_t count, double* mean, double* stDev) {
-    const auto [summary] = descriptive::means_and_variances<1>({{{x, count}}});
+    const auto summary = descriptive::mean_and_variance({x, count});
     write_summary(summary, mean, stDev);
 }
 
