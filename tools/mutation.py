@@ -35,12 +35,14 @@ PROGRAMS = TESTS + [os.path.basename(program) for program in RECORDS]
 
 
 def other_digit(match):
-    """The last digit, or of a long constant the sixth that counts: in most series a coefficient is a
-    small part of the sum, and further digits would be below the sum's last bit, as all digits are of
-    the tiny coefficients at the end."""
+    """The last digit, of a whole number the one before the point, or of a long constant the sixth
+    that counts: in most series a coefficient is a small part of the sum, and further digits would be
+    below the sum's last bit, as all digits are of the tiny coefficients at the end."""
     digits, exponent = match.group(1), match.group(2) or ""
     if int(exponent[1:] or 0) < -9:
         return match.group(0)
+    if digits.endswith(".0") and not exponent:
+        return digits[:-3] + str((int(digits[-3]) + 1) % 10) + ".0"
     first = re.match(r"[0.]*", digits).end()
     places = [place for place in range(first, len(digits)) if digits[place] != "."]
     place = places[min(len(places), 6) - 1] if places else len(digits) - 1
@@ -48,7 +50,7 @@ def other_digit(match):
 
 
 # Where one method ends and another begins, both give the result: a cut belongs to either.
-NO_CUT = r"(?!-?(?!0\.0|0\.5|1\.0)\d+\.\d)"
+NO_CUT = r"(?!-?(?!0\.0|0\.5|1\.0)\d+(\.\d|e[-+]?\d))"
 
 # A pattern, and what stands in its place. Operators are recognised by the spaces around them, which
 # the formatter guarantees and which templates, pointers and includes do not have.

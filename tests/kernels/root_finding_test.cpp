@@ -2,8 +2,12 @@
 #include "kernels/gamma_newton.hpp"
 #include "kernels/real_functions.hpp"
 #include "kernels/regula_falsi_root.hpp"
+#include "vela/chi_sq.hpp"
+#include "vela/f.hpp"
+#include "vela/gamma.hpp"
 #include "vela/missing_value.hpp"
 #include "vela/neg_binomial.hpp"
+#include "vela/t.hpp"
 
 #include <gtest/gtest.h>
 
@@ -105,15 +109,30 @@ TEST(RealFunction, IntervalTestIsStrictAndValueTestInclusive) {
     EXPECT_FALSE(integer.interval_converged(1.0, 3.0));
 }
 
-TEST(CmNegBinomialCdf, HasItsRootAtTheQuantile) {
-    CmNegBinomialCdf equation(0.3, 4.5, 0.8);
-    int status = -1;
-    EXPECT_EQ(regula_falsi_root(0.0, 100.0, equation, &status),
-              vela::NegBinomialInvCdf(0.8, 0.3, 4.5));
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(equation.evaluate(-1.0), -0.8);
-    EXPECT_NEAR(equation.evaluate(0.0), std::pow(0.3, 4.5) - 0.8, 0.8e-15);
-    EXPECT_EQ(CmNegBinomialCdf(2.0, 4.5, 0.8).evaluate(1.0), MissingValue);
+TEST(Equations, HaveTheirRootsAtTheQuantiles) {
+    constexpr double p = 0.8;
+    CmTCdf t(4.5, 0.7, p), noT(-4.5, 0.7, p);
+    CmChiSqCdf chiSq(4.5, 0.7, p), noChiSq(-4.5, 0.7, p);
+    CmFCdf f(4.5, 7.5, 0.7, p), noF(-4.5, 7.5, 0.7, p);
+    CmGammaCdf gamma(4.5, p), noGamma(-4.5, p);
+    CmNegBinomialCdf negBinomial(0.3, 4.5, p), noNegBinomial(2.0, 4.5, p);
+    const struct {
+        CmRealFunction& equation;
+        CmRealFunction& invalid;
+        double quantile;
+    } cases[] = {{t, noT, vela::TInvCdf(p, 4.5, 0.7)},
+                 {chiSq, noChiSq, vela::ChiSqInvCdf(p, 4.5, 0.7)},
+                 {f, noF, vela::FInvCdf(p, 4.5, 7.5, 0.7)},
+                 {gamma, noGamma, vela::GammaInvCdf(p, 4.5, 1.0, 0.0)},
+                 {negBinomial, noNegBinomial, vela::NegBinomialInvCdf(p, 0.3, 4.5)}};
+    for (const auto& c : cases) {
+        int status = -1;
+        EXPECT_NEAR(regula_falsi_root(0.0, 100.0, c.equation, &status), c.quantile, 1e-9);
+        EXPECT_EQ(status, 0);
+        EXPECT_EQ(c.equation.evaluate(-1e30), -p);
+        EXPECT_EQ(c.invalid.evaluate(1.0), MissingValue);
+    }
+    EXPECT_NEAR(negBinomial.evaluate(0.0), std::pow(0.3, 4.5) - p, 1e-15);
     EXPECT_EQ(CmStandardNormalCdf(0.2).evaluate(0.0), 0.5 - 0.2);
 }
 
