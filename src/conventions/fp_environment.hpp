@@ -5,6 +5,10 @@
 
 #include <stdexcept>
 
+#ifdef VELA_FP_MXCSR
+#include "conventions/platform/mxcsr.hpp"  // in line, for the sake of the bracket
+#endif
+
 namespace vela::conventions {
 
 /// Platform-neutral codes of the faults that fp_fault_translator() knows.

@@ -45,8 +45,4 @@ void install_fault_handler();
 
 }  // namespace vela::conventions
 
-#ifdef VELA_FP_MXCSR
-#include "conventions/platform/mxcsr.hpp"  // in line, for the sake of the bracket
-#endif
-
 #endif

@@ -1,4 +1,4 @@
-#include "conventions/fp_platform.hpp"
+#include "conventions/platform/mxcsr.hpp"
 
 #include <emmintrin.h>
 #include <cstdint>

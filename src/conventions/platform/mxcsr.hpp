@@ -5,6 +5,8 @@
 // few nanoseconds where the C library's environment functions also save and load the x87 unit,
 // which this library never uses.
 
+#include "conventions/fp_platform.hpp"
+
 #include <emmintrin.h>
 #include <cstdint>
 
