@@ -169,7 +169,8 @@ void SortedOrder::settle_run(std::size_t first, std::size_t end, std::uint64_t* 
     }
 }
 
-/// Returns whether the run has different values.
+/// Returns whether the run has different values. In ascending data, for which there may be no
+/// scratch space, every run ascends and needs none.
 bool SortedOrder::sort_run(std::size_t first, std::size_t size, std::uint64_t* scratch) {
     const WordRange range = range_of(size, [=, this](std::size_t i) { return image(first + i); });
     if (range.smallest == range.largest) {

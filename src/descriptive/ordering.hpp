@@ -10,9 +10,9 @@
 
 /// Everything in the library that needs data in order: a sorted copy, the sorting permutation with
 /// its ties, and single order statistics without a full sort. NaN of either sign stands after
-/// +infinity. Time is linear in the number of values for whatever data, memory 16 bytes per value
-/// at most and 8 as a rule beyond a million of them, and nothing here raises a floating-point fault
-/// or touches the floating-point state.
+/// +infinity. Time is linear in the number of values for whatever data, memory 16 bytes and a bit
+/// per value at most and 8 as a rule beyond a million of them, and nothing here raises a
+/// floating-point fault or touches the floating-point state.
 namespace vela::descriptive {
 
 /// A private copy of n values in ascending order; false when it could not be allocated.
