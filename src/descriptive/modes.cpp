@@ -15,24 +15,31 @@ ModeCounts write_modes(std::span<const double> sorted, std::span<double> modes) 
     const auto numbersEnd = std::partition_point(
         sorted.begin(), sorted.end(), [](double value) { return !is_nan_image(image_of(value)); });
     const auto n = static_cast<std::size_t>(numbersEnd - sorted.begin());
-    std::size_t frequency = 1;  // a value that does not repeat is no mode
+    // Of a run that counts: it repeats its value, and no run before it is longer.
+    std::size_t needed = 2;
+    std::size_t frequency = 0;
     std::size_t held = 0;
-    for (std::size_t first = 0, end = 1; first < n; first = end++) {
+    for (std::size_t first = 0; first + needed <= n;) {
+        if (sorted[first] != sorted[first + needed - 1]) {
+            ++first;
+            continue;
+        }
+        std::size_t end = first + needed;
         while (end < n && sorted[end] == sorted[first]) {
             ++end;
         }
-        const std::size_t size = end - first;
-        if (size > frequency) {
-            frequency = size;
+        needed = end - first;
+        if (needed > frequency) {
+            frequency = needed;
             held = 0;
         }
-        if (size == frequency && size > 1 && held < modes.size()) {
+        if (held < modes.size()) {
             modes[held++] = sorted[first];
         }
+        first = end;
     }
     std::fill(modes.begin() + static_cast<std::ptrdiff_t>(held), modes.end(), conventions::kNaN);
-    return {static_cast<std::uint32_t>(held),
-            static_cast<std::uint32_t>(frequency > 1 ? frequency : 0)};
+    return {static_cast<std::uint32_t>(held), static_cast<std::uint32_t>(frequency)};
 }
 
 }  // namespace vela::descriptive

@@ -36,8 +36,13 @@ inline std::uint64_t raise_non_finite(double value) {
 
 /// The same order with one image for both zeros and one for every NaN. Numbers whose last bits are
 /// 0, as those of integers are, differ in the leading bits of their images only, whatever the sign.
-inline std::uint64_t tie_image(std::uint64_t image) {
-    return is_nan_image(image) ? kNaNImage : image - (image >= kZeroImage ? 1 : 0);
+inline std::uint64_t tie_image_of(double value) {
+    constexpr std::uint64_t kInfinityBits = 0x7FF0000000000000;
+    const auto bits = std::bit_cast<std::uint64_t>(value);
+    const std::uint64_t isNegative = 0 - (bits >> 63U);                          // all bits or none
+    const std::uint64_t steps = ((bits & ~kSignBit) ^ isNegative) - isNegative;  // away from zero
+    const std::uint64_t image = steps + kInfinityBits;
+    return image > 2 * kInfinityBits ? kNaNImage : image;
 }
 
 }  // namespace vela::descriptive

@@ -45,15 +45,21 @@ SortedCopy::SortedCopy(const double* x, std::uint32_t n)
         sort_small_sample(x, n, sorted);
         return;
     }
-    std::uint64_t* const words = m_buffer.words();
-    const auto image = [=](std::size_t i) { return image_of(x[i]); };
-    Scratch scratch(n, words + n);
-    if (!sort_from(n, image, range_of(n, image), words, scratch)) {
-        m_buffer.release();
+    const WordRow image(x, [](double value, std::size_t) { return image_of(value); });
+    const WordRange range = range_of(n, image);
+    if (range.isAscending) {
+        std::copy_n(x, n, sorted);
         return;
     }
-    for (std::size_t i = 0; i < n; ++i) {
-        sorted[i] = value_of(words[i]);
+    std::uint64_t* const words = m_buffer.words();
+    Scratch scratch(n, words + n);
+    const auto to_values = [=](std::size_t first, std::size_t end) {
+        for (std::size_t i = first; i < end; ++i) {
+            sorted[i] = value_of(words[i]);
+        }
+    };
+    if (!sort_from(n, image, range, words, scratch, to_values)) {
+        m_buffer.release();
     }
 }
 
@@ -89,35 +95,62 @@ bool SortedOrder::sort_by_value() {
 /// False when the scratch space could not be allocated.
 bool SortedOrder::sort_by_image() {
     const double* const x = m_x;
-    WordRange range = range_of(m_size, [=](std::size_t i) { return image_of(x[i]); });
-    range.smallest = tie_image(range.smallest);
-    range.largest = tie_image(range.largest);
-    const auto width = static_cast<unsigned>(std::bit_width(range.largest - range.smallest));
-    const unsigned room = 64 - m_positionBits;
-    m_shift = width > room ? width - room : 0;
+    const WordRange range =
+        range_of(m_size, WordRow(x, [](double value, std::size_t) { return tie_image_of(value); }));
+    if (range.isAscending) {
+        std::iota(m_buffer.words(), m_buffer.words() + m_size, std::uint64_t{0});
+        mark_repeats(0, m_size, kNaNImage, [=](std::size_t i) { return tie_image_of(x[i]); });
+        return true;
+    }
+    const auto spare = static_cast<unsigned>(std::countl_zero(range.largest - range.smallest));
+    m_shift = m_positionBits > spare ? m_positionBits - spare : 0;
     m_prefixDecides = all_share_trailing_bits(range.smallest) ||
                       (m_size > kCacheWords && prefixes_tell_few_values_apart(range.smallest));
-    m_nanPrefix = (kNaNImage - range.smallest) >> m_shift;
-    const auto packed = [=, this, origin = range.smallest](std::size_t i) {
-        return pack((tie_image(image_of(x[i])) - origin) >> m_shift, i);
+    const auto pack_image = [spare, origin = range.smallest, prefixMask = ~position_mask()](
+                                std::uint64_t image, std::uint64_t position) {
+        return ((image - origin) << spare & prefixMask) | position;
     };
-    const WordRange packedRange{0, pack((range.largest - range.smallest) >> m_shift, m_size - 1),
-                                range.isAscending};
+    const WordRow packed(
+        x, [=](double value, std::size_t i) { return pack_image(tie_image_of(value), i); });
+    const WordRange packedRange{0, pack_image(range.largest, m_size - 1), false};
+    if (range.largest == kNaNImage) {
+        m_nanPrefix = packedRange.largest >> m_positionBits;
+    }
     Scratch scratch(m_size, marks() + m_size / 64 + 1);
-    if (!sort_from(m_size, packed, packedRange, m_buffer.words(), scratch)) {
-        return false;
+    return sort_from(m_size, packed, packedRange, m_buffer.words(), scratch,
+                     [&](std::size_t first, std::size_t end) {
+                         if (m_prefixDecides) {
+                             mark_repeats(first, end, m_nanPrefix,
+                                          [this](std::size_t i) { return prefix(i); });
+                         } else {
+                             settle_runs(first, end, scratch.words());
+                         }
+                     });
+}
+
+/// Marks each i of [first, end) whose key is that of i - 1, except the key of NaN.
+template <class Key>
+void SortedOrder::mark_repeats(std::size_t first, std::size_t end, std::uint64_t nanKey, Key key) {
+    std::uint64_t last = first > 0 ? key(first - 1) : nanKey;
+    for (std::size_t i = first; i < end; ++i) {
+        const std::uint64_t next = key(i);
+        mark(i, next == last && next != nanKey);
+        last = next;
     }
-    for (std::size_t first = 0, end = 1; first < m_size; first = end++) {
-        while (end < m_size && prefix(end) == prefix(first)) {
-            ++end;
+}
+
+/// Words that agree in their prefix may stand for different values: puts them in order, and marks
+/// those that are tied. No such run goes beyond [first, end).
+void SortedOrder::settle_runs(std::size_t first, std::size_t end, std::uint64_t* scratch) {
+    for (std::size_t next = first + 1; first < end; first = next++) {
+        mark(first, false);
+        while (next < end && prefix(next) == prefix(first)) {
+            ++next;
         }
-        if (end - first == 1) {
-            mark(first, false);
-        } else {
-            settle_run(first, end, scratch.words());
+        if (next - first > 1) {
+            settle_run(first, next, scratch);
         }
     }
-    return true;
 }
 
 /// Whether all images agree with that one in the bits that do not fit into a word. Where they do
@@ -125,7 +158,7 @@ bool SortedOrder::sort_by_image() {
 bool SortedOrder::all_share_trailing_bits(std::uint64_t image) const {
     const std::uint64_t trailing = (kOne << m_shift) - 1;
     return std::all_of(m_x, m_x + m_size, [=](double value) {
-        return ((tie_image(image_of(value)) ^ image) & trailing) == 0;
+        return ((tie_image_of(value) ^ image) & trailing) == 0;
     });
 }
 
@@ -139,7 +172,7 @@ bool SortedOrder::prefixes_tell_few_values_apart(std::uint64_t origin) {
     std::fill_n(seen, kSlots, kEmpty);
     std::size_t slotsLeft = kSlots / 2;
     for (std::size_t i = 0; i < m_size; ++i) {
-        const std::uint64_t image = tie_image(image_of(m_x[i]));
+        const std::uint64_t image = tie_image_of(m_x[i]);
         const std::uint64_t prefix = (image - origin) >> m_shift;
         std::size_t slot = (prefix * kGolden) >> 51U;
         for (; seen[slot] != image; slot = (slot + 1) % kSlots) {
@@ -158,21 +191,19 @@ bool SortedOrder::prefixes_tell_few_values_apart(std::uint64_t origin) {
     return true;
 }
 
-/// Words that agree in their prefix may stand for different values: puts them in order, and marks
-/// those that are tied.
 void SortedOrder::settle_run(std::size_t first, std::size_t end, std::uint64_t* scratch) {
-    const bool mayDiffer = !m_prefixDecides && sort_run(first, end - first, scratch);
-    mark(first, false);
+    const bool mayDiffer = sort_run(first, end - first, scratch);
     const bool isNaN = prefix(first) == m_nanPrefix;  // which no number has
     for (std::size_t i = first + 1; i < end; ++i) {
         mark(i, !isNaN && (!mayDiffer || image(i - 1) == image(i)));
     }
 }
 
-/// Returns whether the run has different values. In ascending data, for which there may be no
-/// scratch space, every run ascends and needs none.
+/// Returns whether the run has different values.
 bool SortedOrder::sort_run(std::size_t first, std::size_t size, std::uint64_t* scratch) {
-    const WordRange range = range_of(size, [=, this](std::size_t i) { return image(first + i); });
+    const WordRange range = range_of(
+        size, WordRow(m_buffer.words() + first,
+                      [=, this](std::uint64_t, std::size_t i) { return image(first + i); }));
     if (range.smallest == range.largest) {
         return false;
     }
@@ -189,9 +220,7 @@ bool SortedOrder::sort_run(std::size_t first, std::size_t size, std::uint64_t* s
     return true;
 }
 
-std::uint64_t SortedOrder::image(std::size_t i) const {
-    return tie_image(image_of(m_x[(*this)[i]]));
-}
+std::uint64_t SortedOrder::image(std::size_t i) const { return tie_image_of(m_x[(*this)[i]]); }
 
 /// Called for i = 0, 1, ...
 void SortedOrder::mark(std::size_t i, bool isTied) {
@@ -219,7 +248,7 @@ void write_order(const double* x, std::uint32_t n, std::uint32_t* order) {
     }
     std::iota(order, order + n, 0U);
     std::sort(order, order + n, [=](std::uint32_t a, std::uint32_t b) {
-        return std::pair(tie_image(image_of(x[a])), a) < std::pair(tie_image(image_of(x[b])), b);
+        return std::pair(tie_image_of(x[a]), a) < std::pair(tie_image_of(x[b]), b);
     });
 }
 

@@ -42,7 +42,7 @@ public:
 
     /// The position in x of the i-th smallest value, i from 0.
     std::uint32_t operator[](std::size_t i) const {
-        return static_cast<std::uint32_t>(m_buffer.words()[i] & ((kOne << m_positionBits) - 1));
+        return static_cast<std::uint32_t>(m_buffer.words()[i] & position_mask());
     }
 
     /// Whether the i-th smallest value equals the one before it, i from 1; a NaN equals nothing.
@@ -55,6 +55,7 @@ public:
 private:
     static constexpr std::uint64_t kOne = 1;
 
+    std::uint64_t position_mask() const { return (kOne << m_positionBits) - 1; }
     std::uint64_t prefix(std::size_t i) const { return m_buffer.words()[i] >> m_positionBits; }
     std::uint64_t pack(std::uint64_t prefix, std::uint64_t position) const {
         return prefix << m_positionBits | position;
@@ -65,6 +66,9 @@ private:
     bool sort_by_image();
     bool all_share_trailing_bits(std::uint64_t image) const;
     bool prefixes_tell_few_values_apart(std::uint64_t origin);
+    template <class Key>
+    void mark_repeats(std::size_t first, std::size_t end, std::uint64_t nanKey, Key key);
+    void settle_runs(std::size_t first, std::size_t end, std::uint64_t* scratch);
     void settle_run(std::size_t first, std::size_t end, std::uint64_t* scratch);
     bool sort_run(std::size_t first, std::size_t size, std::uint64_t* scratch);
     void mark(std::size_t i, bool isTied);
@@ -75,11 +79,11 @@ private:
 
     const double* m_x;
     std::uint32_t m_size;
-    unsigned m_positionBits;        // what a position needs, at least 1
-    unsigned m_shift = 0;           // trailing bits of the images that do not fit into a word
-    bool m_prefixDecides = true;    // equal leading bits stand for equal values
-    std::uint64_t m_nanPrefix = 0;  // leading bits that a NaN would have
-    WordBuffer m_buffer;            // words of leading bits and position; then a bit for each tie
+    unsigned m_positionBits;      // what a position needs, at least 1
+    unsigned m_shift = 0;         // trailing bits of the images that do not fit into a word
+    bool m_prefixDecides = true;  // equal leading bits stand for equal values
+    std::uint64_t m_nanPrefix = ~std::uint64_t{0};  // leading bits of a NaN, if there is any
+    WordBuffer m_buffer;  // words of leading bits and position; then a bit for each tie
 };
 
 /// A few order statistics of a sample, found without sorting it. First every rank is asked for,

@@ -60,8 +60,8 @@ KeptBins choose_bins(const std::uint64_t* counts, const Wanted& wanted) {
 
 /// The words of the kept bins to `out`, one bin after the other. A call of its own, so that its
 /// table is off the stack in the recursion.
-template <class Get>
-[[gnu::noinline]] void gather(std::size_t n, Get get, const Bins& bins, const KeptBins& kept,
+template <class Row>
+[[gnu::noinline]] void gather(std::size_t n, Row row, const Bins& bins, const KeptBins& kept,
                               std::uint64_t* out) {
     // Words of all other bins go to slot 0, which never moves on: cheaper than a branch that
     // depends on the data.
@@ -73,26 +73,18 @@ template <class Get>
         slotOf[kept.bins[i].bin] = static_cast<std::uint8_t>(i + 1);
         next[i + 1] = kept.bins[i].start;
     }
-    for (std::size_t i = 0; i < n; ++i) {
-        const std::uint64_t word = get(i);
+    for_each_word(0, n, row, [&](std::uint64_t word) {
         const std::uint8_t slot = slotOf[bins.of(word)];
         store_and_prefetch(out + next[slot], word);
         next[slot] += slot != 0 ? 1 : 0;
-    }
+    });
 }
 
-/// Words that an earlier round has gathered.
-struct Gathered {
-    const std::uint64_t* words;
-
-    std::uint64_t operator()(std::size_t i) const { return words[i]; }
-};
-
-/// The bins of get(0), ..., get(n - 1) that hold the wanted values, gathered in `work`, which has
+/// The bins of the first n words that hold the wanted values, gathered in `work`, which has
 /// room for n words; none where the values are found and written already. Inlined, its loops would
 /// be slower by a tenth.
-template <class Get>
-[[gnu::noinline]] KeptBins narrow(std::size_t n, Get get, const Wanted& wanted,
+template <class Row>
+[[gnu::noinline]] KeptBins narrow(std::size_t n, Row row, const Wanted& wanted,
                                   std::uint64_t* work) {
     const auto write = [&](auto value) {
         for (std::size_t i = 0; i < wanted.count; ++i) {
@@ -102,21 +94,21 @@ template <class Get>
     KeptBins kept;
     if (n <= kFewWords) {
         for (std::size_t i = 0; i < n; ++i) {
-            work[i] = get(i);
+            work[i] = row(i);
         }
         std::sort(work, work + n);
-        write(Gathered{work});
+        write(stored_words(work));
         return kept;
     }
-    const WordRange range = range_of(n, get);
+    const WordRange range = range_of(n, row);
     if (range.isAscending) {
-        write(get);
+        write(row);
         return kept;
     }
     const Bins bins(range, n);
-    bins.tally(n, get, work);
+    bins.tally(n, row, work);
     kept = choose_bins(work, wanted);
-    gather(n, get, bins, kept, work);
+    gather(n, row, bins, kept, work);
     return kept;
 }
 
@@ -126,7 +118,7 @@ void select_in_bins(const KeptBins& kept, std::uint64_t* work, std::uint64_t* sp
     for (std::size_t i = 0; i < kept.count; ++i) {
         const Kept& bin = kept.bins[i];
         std::uint64_t* const words = work + bin.start;
-        select_in_bins(narrow(bin.size, Gathered{words}, bin.wanted, spare), spare, words);
+        select_in_bins(narrow(bin.size, stored_words(words), bin.wanted, spare), spare, words);
     }
 }
 
@@ -140,9 +132,9 @@ bool SelectedValues::select(const double* x, std::uint32_t n) {
     if (!work) {
         return false;
     }
-    const KeptBins kept = narrow(
-        n, [=](std::size_t i) { return image_of(x[i]); },
-        Wanted{m_ranks.data(), m_values.data(), m_count, 0}, work.words());
+    const KeptBins kept =
+        narrow(n, WordRow(x, [](double value, std::size_t) { return image_of(value); }),
+               Wanted{m_ranks.data(), m_values.data(), m_count, 0}, work.words());
     Scratch spare(n, work.words() + n);
     if (!spare.reserve(kept.mostInOne)) {
         return false;

@@ -99,8 +99,8 @@ void sort_words(std::uint64_t* words, std::size_t n, std::uint64_t* scratch) {
         std::sort(words, words + n);
         return;
     }
-    const auto get = [=](std::size_t i) { return words[i]; };
-    const WordRange range = range_of(n, get);
+    const auto row = stored_words(words);
+    const WordRange range = range_of(n, row);
     if (range.isAscending) {
         return;
     }
@@ -109,7 +109,7 @@ void sort_words(std::uint64_t* words, std::size_t n, std::uint64_t* scratch) {
         sort_by_passes<11, 2>(words, scratch, n, range, words);
         return;
     }
-    const Groups groups = distribute(n, get, range, scratch);
+    const Groups groups = distribute(n, row, range, scratch);
     std::copy_n(scratch, n, words);
     sort_groups(groups, words, scratch);
 }

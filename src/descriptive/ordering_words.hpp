@@ -15,41 +15,77 @@ namespace vela::descriptive {
 /// Up to this many words the library sort is not beaten by counting, whatever their order.
 inline constexpr std::size_t kFewWords = 192;
 
+/// Words made from what stands in a row of memory: make(source[i], i) for i = 0, 1, ...
+template <class Source, class Make>
+class WordRow {
+public:
+    WordRow(const Source* source, Make make) : m_source(source), m_make(make) {}
+
+    std::uint64_t operator()(std::size_t i) const { return m_make(m_source[i], i); }
+    void prefetch(std::size_t i) const { __builtin_prefetch(m_source + i); }
+
+private:
+    const Source* m_source;
+    Make m_make;
+};
+
+/// The words of an array.
+inline auto stored_words(const std::uint64_t* words) {
+    return WordRow(words, [](std::uint64_t word, std::size_t) { return word; });
+}
+
+/// Calls use(row(i)) for i = first, ..., n - 1 as long as it returns true; returns the i for which
+/// it did not, or n. Memory is asked for half a page ahead, because what a processor asks for by
+/// itself ends with each page.
+template <class Row, class Use>
+std::size_t for_words_while(std::size_t first, std::size_t n, Row row, Use use) {
+    constexpr std::size_t kLine = 8;
+    constexpr std::size_t kAhead = 256;
+    std::size_t i = first;
+    for (; i + kLine <= n; i += kLine) {
+        row.prefetch(std::min(i + kAhead, n - 1));
+        for (std::size_t k = 0; k < kLine; ++k) {
+            if (!use(row(i + k))) {
+                return i + k;
+            }
+        }
+    }
+    while (i < n && use(row(i))) {
+        ++i;
+    }
+    return i;
+}
+
+/// Calls use(row(i)) for i = first, ..., n - 1.
+template <class Row, class Use>
+void for_each_word(std::size_t first, std::size_t n, Row row, Use use) {
+    for_words_while(first, n, row, [&](std::uint64_t word) {
+        use(word);
+        return true;
+    });
+}
+
 struct WordRange {
     std::uint64_t smallest;
     std::uint64_t largest;
     bool isAscending;
 };
 
-/// Range of get(0), ..., get(n - 1), n >= 1.
-template <class Get>
-WordRange range_of(std::size_t n, Get get) {
-    std::uint64_t last = get(0);
-    std::size_t ascending = 1;  // how many do, at the front
-    for (; ascending < n; ++ascending) {
-        const std::uint64_t word = get(ascending);
-        if (word < last) {
-            break;
-        }
-        last = word;
-    }
-    // Two chains of comparisons side by side for the rest.
-    std::uint64_t low[] = {get(0), last};
-    std::uint64_t high[] = {last, last};
-    std::size_t i = ascending;
-    for (; i + 1 < n; i += 2) {
-        const std::uint64_t words[] = {get(i), get(i + 1)};
-        low[0] = std::min(low[0], words[0]);
-        low[1] = std::min(low[1], words[1]);
-        high[0] = std::max(high[0], words[0]);
-        high[1] = std::max(high[1], words[1]);
-    }
-    if (i < n) {
-        const std::uint64_t word = get(i);
-        low[0] = std::min(low[0], word);
-        high[0] = std::max(high[0], word);
-    }
-    return {std::min(low[0], low[1]), std::max(high[0], high[1]), ascending == n};
+/// Range of the first n words, n >= 1.
+template <class Row>
+WordRange range_of(std::size_t n, Row row) {
+    std::uint64_t low = row(0);
+    std::uint64_t high = low;
+    const std::size_t ascending = for_words_while(1, n, row, [&](std::uint64_t word) {
+        const bool ascends = high <= word;
+        high = ascends ? word : high;
+        return ascends;
+    });
+    for_each_word(ascending, n, row, [&](std::uint64_t word) {
+        low = word < low ? word : low;
+        high = word > high ? word : high;
+    });
+    return {low, high, ascending == n};
 }
 
 /// Equal intervals of the range, at most 2^15 and at most as many as there are words: the leading
@@ -72,12 +108,10 @@ struct Bins {
         return static_cast<std::size_t>((word - origin) >> shift);
     }
 
-    template <class Get>
-    void tally(std::size_t n, Get get, std::uint64_t* counts) const {
+    template <class Row>
+    void tally(std::size_t n, Row row, std::uint64_t* counts) const {
         std::fill_n(counts, count, std::uint64_t{0});
-        for (std::size_t i = 0; i < n; ++i) {
-            ++counts[of(get(i))];
-        }
+        for_each_word(0, n, row, [&](std::uint64_t word) { ++counts[of(word)]; });
     }
 };
 
@@ -111,13 +145,13 @@ struct Groups {
     }
 };
 
-/// get(0), ..., get(n - 1) to `out`, group by group. `out` serves for the counts first, so get()
-/// must not read there. A call of its own, so that its table is off the stack in the recursion.
-template <class Get>
-[[gnu::noinline]] Groups distribute(std::size_t n, Get get, const WordRange& range,
+/// The first n words to `out`, group by group. `out` serves for the counts first, so the row must
+/// not be there. A call of its own, so that its table is off the stack in the recursion.
+template <class Row>
+[[gnu::noinline]] Groups distribute(std::size_t n, Row row, const WordRange& range,
                                     std::uint64_t* out) {
     const Bins bins(range, n);
-    bins.tally(n, get, out);
+    bins.tally(n, row, out);
 
     std::array<std::uint8_t, std::size_t{1} << Bins::kMostBits> groupOf;
     Groups groups;
@@ -137,10 +171,9 @@ template <class Get>
     groups.starts[++groups.count] = n;
 
     auto next = groups.starts;
-    for (std::size_t i = 0; i < n; ++i) {
-        const std::uint64_t word = get(i);
+    for_each_word(0, n, row, [&](std::uint64_t word) {
         store_and_prefetch(out + next[groupOf[bins.of(word)]]++, word);
-    }
+    });
     return groups;
 }
 
@@ -153,25 +186,28 @@ void sort_groups(const Groups& groups, std::uint64_t* words, std::uint64_t* scra
 /// words[0..n), n <= kCacheWords, in ascending order to `out`, another array; words is scratch.
 void sort_in_cache(std::uint64_t* words, std::size_t n, const WordRange& range, std::uint64_t* out);
 
-/// get(0), ..., get(n - 1), n >= 1, in ascending order to `out`, but as they come where the range
-/// says that they ascend. Otherwise there is scratch space afterwards for all words that agree in
-/// the 15 leading bits of their distance from the smallest; false when it could not be allocated.
-template <class Get>
-bool sort_from(std::size_t n, Get get, const WordRange& range, std::uint64_t* out,
-               Scratch& scratch) {
-    if (!range.isAscending && n > kCacheWords) {
-        const Groups groups = distribute(n, get, range, out);
-        if (scratch.reserve(groups.largest())) {
-            sort_groups(groups, out, scratch.words());
-        }
-        return scratch.words() != nullptr;
-    }
-    std::uint64_t* const copy = range.isAscending ? out : scratch.words();
-    for (std::size_t i = 0; i < n; ++i) {
-        copy[i] = get(i);
-    }
-    if (!range.isAscending) {
+/// The first n words of the row, n >= 1, in ascending order to `out`. Calls finish(first, end) for one
+/// part after the other that is in order, while a cache still holds it; words that agree in the 15
+/// leading bits of their distance from the smallest come in one part, and there is scratch space for
+/// its words then. False when that could not be allocated.
+template <class Row, class Finish>
+bool sort_from(std::size_t n, Row row, const WordRange& range, std::uint64_t* out, Scratch& scratch,
+               Finish finish) {
+    if (n <= kCacheWords) {
+        std::uint64_t* const copy = scratch.words();
+        std::size_t i = 0;
+        for_each_word(0, n, row, [&](std::uint64_t word) { copy[i++] = word; });
         sort_in_cache(copy, n, range, out);
+        finish(0, n);
+        return true;
+    }
+    const Groups groups = distribute(n, row, range, out);
+    if (!scratch.reserve(groups.largest())) {
+        return false;
+    }
+    for (std::size_t g = 0; g < groups.count; ++g) {
+        sort_words(out + groups.starts[g], groups.size(g), scratch.words());
+        finish(groups.starts[g], groups.starts[g + 1]);
     }
     return true;
 }
