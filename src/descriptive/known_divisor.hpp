@@ -134,15 +134,15 @@ inline constexpr auto kReciprocals = [] {
 template <class Divisor, class Step>
 void for_counts(unsigned int first, unsigned int n, const Step& step) {
     double before = first;
-    const auto take_step = [&](unsigned int at, double high, double low) {
+    const auto take_step = [&](std::size_t at, double high, double low) {
         step(at, before, Divisor(before + 1.0, Reciprocal{high, low}));
         before += 1.0;
     };
+    // Two at a time, because copying the sums from one value to the next takes time too. The odd
+    // one comes last: ahead of the loop, the compiler would fold its operations with the zeros that
+    // sums begin with, as is right for rounding to nearest only.
     unsigned int i = first;
     if (i < kTabulated) {
-        // Two at a time, because copying the sums from one value to the next takes time too. The
-        // odd one comes last: ahead of the loop, the compiler would fold its operations with the
-        // zeros that sums begin with, as is right for rounding to nearest only.
         const unsigned int end = std::min(n, kTabulated);
         for (; i + 1 < end; i += 2) {
             take_step(i, kReciprocals.high[i], kReciprocals.low[i]);
@@ -163,8 +163,12 @@ void for_counts(unsigned int first, unsigned int n, const Step& step) {
             block.low[k] = reciprocal.low;
         }
         const unsigned int size = std::min(n - i, kBlock);
-#pragma GCC unroll 2
-        for (unsigned int k = 0; k < size; ++k) {
+        unsigned int k = 0;
+        for (; k + 1 < size; k += 2) {
+            take_step(i + k, block.high[k], block.low[k]);
+            take_step(i + k + 1, block.high[k + 1], block.low[k + 1]);
+        }
+        if (k < size) {
             take_step(i + k, block.high[k], block.low[k]);
         }
         i += size;
