@@ -72,6 +72,7 @@ private:
     void settle_run(std::size_t first, std::size_t end, std::uint64_t* scratch);
     bool sort_run(std::size_t first, std::size_t size, std::uint64_t* scratch);
     void mark(std::size_t i, bool isTied);
+    bool is_followed_by_single_values(std::size_t first) const;
     template <class Use>
     void for_each_run(Use use) const;
     bool is_scattered() const;

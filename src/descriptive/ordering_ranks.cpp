@@ -6,14 +6,26 @@
 
 namespace vela::descriptive {
 
+/// Whether the 64 values from there on are single ones; only asked of whole words of marks.
+bool SortedOrder::is_followed_by_single_values(std::size_t first) const {
+    return first % 64 == 0 && first + 64 < m_size && marks()[first / 64] == 0 &&
+           !is_tied(first + 64);
+}
+
 /// Calls use(first, end) for each run of equal values and each single one, from the smallest on.
 template <class Use>
 void SortedOrder::for_each_run(Use use) const {
     for (std::size_t first = 0, end = 1; first < m_size; first = end++) {
-        while (end < m_size && is_tied(end)) {
-            ++end;
+        if (is_followed_by_single_values(first)) {  // sooner told than one by one
+            for (end = first + 64; first < end; ++first) {
+                use(first, first + 1);
+            }
+        } else {
+            while (end < m_size && is_tied(end)) {
+                ++end;
+            }
+            use(first, end);
         }
-        use(first, end);
     }
 }
 
