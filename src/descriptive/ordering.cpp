@@ -1,5 +1,6 @@
 #include "descriptive/ordering.hpp"
 
+#include "descriptive/few_values.hpp"
 #include "descriptive/ordered_image.hpp"
 #include "descriptive/ordering_small.hpp"
 #include "descriptive/ordering_words.hpp"
@@ -21,6 +22,35 @@ std::size_t move_nan_back(double* values, std::size_t n) {
         }
     }
     return numbers;
+}
+
+/// The sorted copy of a sample of few values; false, with nothing written, for others. A call of its
+/// own, so that its table is off the stack otherwise.
+template <class Row>
+[[gnu::noinline]] bool repeat_few_values(Row images, std::size_t n, double* sorted) {
+    FewValues values;
+    if (!values.count(n, images)) {
+        return false;
+    }
+    values.replace_counts([=](std::uint64_t image, std::uint64_t first, std::uint64_t end) {
+        std::fill(sorted + first, sorted + end, value_of(image));
+        return end;
+    });
+    return true;
+}
+
+/// The same for the sorting permutation.
+[[gnu::noinline]] bool order_few_values(const double* x, std::size_t n, std::uint32_t* order) {
+    const auto images = tie_images_of(x);
+    FewValues places;
+    if (!places.count(n, images)) {
+        return false;
+    }
+    places.replace_counts(
+        [](std::uint64_t /*image*/, std::uint64_t first, std::uint64_t /*end*/) { return first; });
+    std::uint32_t position = 0;
+    for_each_word(0, n, images, [&](std::uint64_t image) { order[places[image]++] = position++; });
+    return true;
 }
 
 void sort_small_sample(const double* x, std::size_t n, double* sorted) {
@@ -49,6 +79,9 @@ SortedCopy::SortedCopy(const double* x, std::uint32_t n)
     const WordRange range = range_of(n, image);
     if (range.isAscending) {
         std::copy_n(x, n, sorted);
+        return;
+    }
+    if (n > kCacheWords && repeat_few_values(image, n, sorted)) {
         return;
     }
     std::uint64_t* const words = m_buffer.words();
@@ -95,17 +128,16 @@ bool SortedOrder::sort_by_value() {
 /// False when the scratch space could not be allocated.
 bool SortedOrder::sort_by_image() {
     const double* const x = m_x;
-    const WordRange range =
-        range_of(m_size, WordRow(x, [](double value, std::size_t) { return tie_image_of(value); }));
+    const auto images = tie_images_of(x);
+    const WordRange range = range_of(m_size, images);
     if (range.isAscending) {
         std::iota(m_buffer.words(), m_buffer.words() + m_size, std::uint64_t{0});
-        mark_repeats(0, m_size, kNaNImage, [=](std::size_t i) { return tie_image_of(x[i]); });
+        mark_repeats(0, m_size, kNaNImage, images);
         return true;
     }
     const auto spare = static_cast<unsigned>(std::countl_zero(range.largest - range.smallest));
     m_shift = m_positionBits > spare ? m_positionBits - spare : 0;
-    m_prefixDecides = all_share_trailing_bits(range.smallest) ||
-                      (m_size > kCacheWords && prefixes_tell_few_values_apart(range.smallest));
+    m_prefixDecides = all_share_trailing_bits(range.smallest);
     const auto pack_image = [spare, origin = range.smallest, prefixMask = ~position_mask()](
                                 std::uint64_t image, std::uint64_t position) {
         return ((image - origin) << spare & prefixMask) | position;
@@ -162,35 +194,6 @@ bool SortedOrder::all_share_trailing_bits(std::uint64_t image) const {
     });
 }
 
-/// Whether a sample of few values that repeat has no two of them with the same prefix: then no run
-/// need be settled, which would read x all over. Samples of many values are not looked at further.
-bool SortedOrder::prefixes_tell_few_values_apart(std::uint64_t origin) {
-    constexpr std::size_t kSlots = 8192;
-    constexpr std::uint64_t kEmpty = kNaNImage;            // no number has the prefix of a NaN
-    constexpr std::uint64_t kGolden = 0x9E3779B97F4A7C15;  // Knuth's multiplicative hashing
-    std::uint64_t* const seen = m_buffer.words();
-    std::fill_n(seen, kSlots, kEmpty);
-    std::size_t slotsLeft = kSlots / 2;
-    for (std::size_t i = 0; i < m_size; ++i) {
-        const std::uint64_t image = tie_image_of(m_x[i]);
-        const std::uint64_t prefix = (image - origin) >> m_shift;
-        std::size_t slot = (prefix * kGolden) >> 51U;
-        for (; seen[slot] != image; slot = (slot + 1) % kSlots) {
-            if (seen[slot] == kEmpty) {
-                if (--slotsLeft == 0) {
-                    return false;
-                }
-                seen[slot] = image;
-                break;
-            }
-            if ((seen[slot] - origin) >> m_shift == prefix) {
-                return false;
-            }
-        }
-    }
-    return true;
-}
-
 void SortedOrder::settle_run(std::size_t first, std::size_t end, std::uint64_t* scratch) {
     const bool mayDiffer = sort_run(first, end - first, scratch);
     const bool isNaN = prefix(first) == m_nanPrefix;  // which no number has
@@ -237,6 +240,9 @@ void write_order(const double* x, std::uint32_t n, std::uint32_t* order) {
     const auto position = [](std::size_t i) { return static_cast<std::uint32_t>(i); };
     const auto less = [=](std::uint32_t a, std::uint32_t b) { return x[a] < x[b]; };
     if (n == 0 || (n <= kSmallSample && sort_small(x, n, order, position, less))) {
+        return;
+    }
+    if (n > kCacheWords && order_few_values(x, n, order)) {
         return;
     }
     const SortedOrder sorted(x, n);

@@ -65,7 +65,6 @@ private:
     bool sort_by_value();
     bool sort_by_image();
     bool all_share_trailing_bits(std::uint64_t image) const;
-    bool prefixes_tell_few_values_apart(std::uint64_t origin);
     template <class Key>
     void mark_repeats(std::size_t first, std::size_t end, std::uint64_t nanKey, Key key);
     void settle_runs(std::size_t first, std::size_t end, std::uint64_t* scratch);

@@ -1,6 +1,7 @@
 #ifndef VELA_DESCRIPTIVE_ORDERING_WORDS_HPP
 #define VELA_DESCRIPTIVE_ORDERING_WORDS_HPP
 
+#include "descriptive/ordered_image.hpp"
 #include "descriptive/word_buffer.hpp"
 
 #include <algorithm>
@@ -32,6 +33,11 @@ private:
 /// The words of an array.
 inline auto stored_words(const std::uint64_t* words) {
     return WordRow(words, [](std::uint64_t word, std::size_t) { return word; });
+}
+
+/// The images of values that tell which of them are tied.
+inline auto tie_images_of(const double* x) {
+    return WordRow(x, [](double value, std::size_t) { return tie_image_of(value); });
 }
 
 /// Calls use(row(i)) for i = first, ..., n - 1 as long as it returns true; returns the i for which

@@ -1,5 +1,6 @@
 #include "conventions/quiet_nan.hpp"
 #include "conventions/status.hpp"
+#include "descriptive/few_values.hpp"
 #include "descriptive/ordering.hpp"
 #include "vela/v1/order_statistics.hpp"
 
@@ -30,6 +31,26 @@ void rank_few(const double* x, std::size_t n, double* ranks) {
     }
 }
 
+/// For a sample of few values that repeat; false, with nothing written, for others.
+[[gnu::noinline]] bool rank_few_values(const double* x, std::size_t n, double* ranks) {
+    using descriptive::kNaNImage;
+    const auto images = descriptive::tie_images_of(x);
+    descriptive::FewValues twice;
+    if (!twice.count(n, images)) {
+        return false;
+    }
+    twice.replace_counts([](std::uint64_t image, std::uint64_t first, std::uint64_t end) {
+        return image == kNaNImage ? 2 * first + 2 : first + end + 1;
+    });
+    double* next = ranks;
+    descriptive::for_each_word(0, n, images, [&](std::uint64_t image) {
+        std::uint64_t& twiceTheRank = twice[image];
+        *next++ = static_cast<double>(static_cast<std::int64_t>(twiceTheRank)) / 2.0;
+        twiceTheRank += image == kNaNImage ? 2 : 0;  // of NaN each has its own
+    });
+    return true;
+}
+
 }  // namespace
 
 void GetOrder(const double* x, unsigned int n, unsigned int* order) {
@@ -39,6 +60,9 @@ void GetOrder(const double* x, unsigned int n, unsigned int* order) {
 int GetRank(const double* x, unsigned int n, double* ranks) {
     if (n < descriptive::kFewValues && descriptive::all_finite(x, n)) {
         rank_few(x, n, ranks);
+        return conventions::kSuccess;
+    }
+    if (n > descriptive::kCacheWords && rank_few_values(x, n, ranks)) {
         return conventions::kSuccess;
     }
     SortedOrder order(x, n);
