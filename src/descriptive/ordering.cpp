@@ -43,7 +43,7 @@ template <class Row>
 [[gnu::noinline]] bool order_few_values(const double* x, std::size_t n, std::uint32_t* order) {
     const auto images = tie_images_of(x);
     FewValues places;
-    if (!places.count(n, images)) {
+    if (share_memory(x, order, n) || !places.count(n, images)) {
         return false;
     }
     places.replace_counts(

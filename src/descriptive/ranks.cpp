@@ -35,8 +35,9 @@ void rank_few(const double* x, std::size_t n, double* ranks) {
 [[gnu::noinline]] bool rank_few_values(const double* x, std::size_t n, double* ranks) {
     using descriptive::kNaNImage;
     const auto images = descriptive::tie_images_of(x);
+    const bool isApart = ranks == x || !descriptive::share_memory(x, ranks, n);
     descriptive::FewValues twice;
-    if (!twice.count(n, images)) {
+    if (!isApart || !twice.count(n, images)) {
         return false;
     }
     twice.replace_counts([](std::uint64_t image, std::uint64_t first, std::uint64_t end) {

@@ -101,7 +101,13 @@ TEST(OrderAndRanks, AgreeWithAStableSortAndRaiseNoFault) {
             EXPECT_EQ(v1::GetRank(ranks.data(), size(x), ranks.data()), 0);
             EXPECT_TRUE(is_default_state());
             EXPECT_EQ(order, expected);
-            EXPECT_EQ(ranks, brute_ranks(x, expected)) << "in place";
+            const Values expectedRanks = brute_ranks(x, expected);
+            EXPECT_EQ(ranks, expectedRanks) << "in place";
+            Values shifted = x;
+            shifted.push_back(0.0);
+            v1::GetRank(shifted.data(), size(x), shifted.data() + 1);
+            EXPECT_TRUE(std::equal(expectedRanks.begin(), expectedRanks.end(), shifted.begin() + 1))
+                << "one place on";
         }
     }
 }
