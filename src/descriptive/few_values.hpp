@@ -17,7 +17,7 @@ namespace vela::descriptive {
 /// A hash table with open addressing (Knuth, The Art of Computer Programming 3, section 6.4).
 class FewValues {
 public:
-    /// Counts the words of a row; false as soon as too many of them differ.
+    /// Counts the words of a row; false as soon as too many of them differ, or one is kEmpty.
     template <class Row>
     bool count(std::size_t n, Row row) {
         m_words.fill(kEmpty);
@@ -25,7 +25,7 @@ public:
         const auto count_word = [&](std::uint64_t word) {
             const std::size_t slot = slot_of(word);
             if (m_words[slot] == kEmpty) {
-                if (room == 0 || (slot - home_of(word)) % kSlots > kFarthest) {
+                if (room == 0 || word == kEmpty || (slot - home_of(word)) % kSlots > kFarthest) {
                     return false;
                 }
                 --room;
@@ -66,7 +66,7 @@ private:
     static constexpr unsigned kSlotBits = 12;
     static constexpr std::size_t kSlots = std::size_t{1} << kSlotBits;
     static constexpr std::size_t kFarthest = 32;            // from home, whatever the values
-    static constexpr std::uint64_t kEmpty = kNaNImage - 1;  // no value has this image
+    static constexpr std::uint64_t kEmpty = kNaNImage - 1;  // the image of one signalling NaN
 
     static std::size_t home_of(std::uint64_t word) {
         constexpr std::uint64_t kGolden = 0x9E3779B97F4A7C15;  // multiplicative hashing

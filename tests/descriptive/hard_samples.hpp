@@ -20,7 +20,10 @@ inline std::vector<Values> hard_samples(std::size_t n) {
     const auto uniform = [&] { return static_cast<double>(bits() >> 11U) * 0x1p-53; };
     const auto integer = [&](unsigned bound) { return static_cast<double>(bits() % bound); };
     const auto any_double = [&] { return std::bit_cast<double>(bits()); };
-    const auto any_nan = [&] { return std::copysign(kNaN, uniform() - 0.5); };
+    // Signalling ones, too: with a sign, the first two have the highest images of all values.
+    const double nans[] = {std::bit_cast<double>(0x7FF0000000000001),
+                           std::bit_cast<double>(0x7FF0000000000002), kNaN};
+    const auto any_nan = [&] { return std::copysign(nans[bits() % 3U], uniform() - 0.5); };
     double position = 0.0;
     const std::function<double()> sources[] = {
         [&] { return 100.0 + uniform(); },

@@ -128,7 +128,7 @@ TEST(SampleQuantiles, SelectWhatSortingFindsAndRaiseNoFault) {
                 Values p;
                 Values expected;
                 for (unsigned int i = 0; i < wanted; ++i) {
-                    const std::size_t k = (n - 1) * (i * 13U % wanted) / wanted;
+                    const std::size_t k = (n - 1) * (i * 13U % wanted) / std::max(wanted - 1, 1U);
                     p.push_back((static_cast<double>(k) + 0.5) / static_cast<double>(n));
                     expected.push_back(x[order[k]]);
                 }
