@@ -35,7 +35,7 @@ Comoments accumulate(const double* x, const double* y, unsigned int n) {
     descriptive::GuessedRunningMean<Pair> means(Pair{x[0], y[0]});
     KahanPair squares;
     KahanSum products;
-    descriptive::for_counts<Divisor>(1, n, [&](std::size_t i, double before, Divisor count) {
+    descriptive::for_counts<Divisor>(1, n, [&](unsigned int i, double before, Divisor count) {
         const Pair deviations = Pair{x[i], y[i]} - means.value();
         const Pair moves = means.add(deviations, count);
         squares.add(before * deviations * moves);

@@ -44,7 +44,7 @@ private:
 template <class Divisor, class Mean>
 Accumulator<Mean> add_rest(Accumulator<Mean> accumulator, const Sample& sample,
                            unsigned int first) {
-    for_counts<Divisor>(first, sample.n, [&](std::size_t i, double before, const Divisor& count) {
+    for_counts<Divisor>(first, sample.n, [&](unsigned int i, double before, const Divisor& count) {
         accumulator.add(sample.x[i], before, count);
     });
     return accumulator;
@@ -55,7 +55,7 @@ std::array<MeanAndVariance, sizeof...(k)> run(const std::array<Sample, sizeof...
                                               std::index_sequence<k...> /*unused*/) {
     std::array accumulators{Accumulator<RunningMean>(samples[k])...};
     const unsigned int common = std::max(1U, std::min({samples[k].n...}));
-    for_counts<Divisor>(1, common, [&](std::size_t i, double before, const Divisor& count) {
+    for_counts<Divisor>(1, common, [&](unsigned int i, double before, const Divisor& count) {
         (accumulators[k].add(samples[k].x[i], before, count), ...);
     });
     return {add_rest<Divisor>(accumulators[k], samples[k], common).result(samples[k].n)...};

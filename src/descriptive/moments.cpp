@@ -25,7 +25,7 @@ double GetSampleMean(const double* x, unsigned int n) {
     const auto loop = []<class Divisor>(const double* values, unsigned int size) {
         descriptive::GuessedRunningMean<double> mean(values[0]);
         descriptive::for_counts<Divisor>(
-            1, size, [&](std::size_t i, double /*before*/, const Divisor& count) {
+            1, size, [&](unsigned int i, double /*before*/, const Divisor& count) {
                 mean.add(values[i] - mean.value(), count);
             });
         return mean.value();

@@ -41,7 +41,6 @@ PowerSums accumulate(const double* x, unsigned int n) {
     double secondTerm = 0.0;
     double fourthTerm = 0.0;
     double fewer = 0.0;
-    double last = 0.0;
     double product = 0.0;
     const auto add_higher = [&] {
         const double m2 = meanAndSecond.value()[1];
@@ -50,17 +49,15 @@ PowerSums accumulate(const double* x, unsigned int n) {
         thirdAndFourth.add(Pair{(fewer * secondTerm - 3.0 * m2) * q, fourthTerm});
         fourthTerm = (product + 1.0) * secondTerm * q * q + lower[0] * q - lower[1];
     };
-    descriptive::for_counts<Divisor>(1, n, [&](std::size_t i, double before, Divisor count) {
+    descriptive::for_counts<Divisor>(1, n, [&](std::uint32_t k, double before, Divisor count) {
         add_higher();
-        const double d = x[i] - meanAndSecond.value()[0];
+        const double d = x[k] - meanAndSecond.value()[0];
         q = count.quotient(d);
         meanAndSecond.add(Pair{q, secondTerm});
         secondTerm = before * q * d;
-        fewer = last;
-        last = before;
-        // Deliberately a product of 32-bit integers, which wraps from 65537 on.
-        const auto k = static_cast<std::uint32_t>(i);
-        product = k <= 65536 ? fewer * before : (k - 1U) * k;
+        fewer = before - 1.0;
+        // Deliberately a product of 32-bit integers, which wraps for k > 65536.
+        product = (k - 1U) * k;
     });
     add_higher();
     const double mean = meanAndSecond.value()[0];
