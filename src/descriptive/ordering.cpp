@@ -24,8 +24,7 @@ std::size_t move_nan_back(double* values, std::size_t n) {
     return numbers;
 }
 
-/// The sorted copy of a sample of few values; false, with nothing written, for others. A call of its
-/// own, so that its table is off the stack otherwise.
+/// The sorted copy of a sample of few values; false, with nothing written, for others.
 template <class Row>
 [[gnu::noinline]] bool repeat_few_values(Row images, std::size_t n, double* sorted) {
     FewValues values;

@@ -111,19 +111,15 @@ void sort_words(std::uint64_t* words, std::size_t n, std::uint64_t* scratch) {
     }
     const Groups groups = distribute(n, row, range, scratch);
     std::copy_n(scratch, n, words);
-    sort_groups(groups, words, scratch);
+    for (std::size_t g = 0; g < groups.count; ++g) {
+        sort_words(words + groups.starts[g], groups.size(g), scratch);
+    }
 }
 
 void sort_in_cache(std::uint64_t* words, std::size_t n, const WordRange& range,
                    std::uint64_t* out) {
     // A whole sample: its signs and exponents take up to 12 bits before any digit tells.
     sort_by_passes<10, 3>(words, out, n, range, out);
-}
-
-void sort_groups(const Groups& groups, std::uint64_t* words, std::uint64_t* scratch) {
-    for (std::size_t g = 0; g < groups.count; ++g) {
-        sort_words(words + groups.starts[g], groups.size(g), scratch);
-    }
 }
 // NOLINTEND(misc-no-recursion)
 

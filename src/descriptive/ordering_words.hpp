@@ -186,9 +186,6 @@ template <class Row>
 /// Sorts words[0..n) ascending; scratch has room for n words.
 void sort_words(std::uint64_t* words, std::size_t n, std::uint64_t* scratch);
 
-/// Sorts each group; scratch has room for the largest.
-void sort_groups(const Groups& groups, std::uint64_t* words, std::uint64_t* scratch);
-
 /// words[0..n), n <= kCacheWords, in ascending order to `out`, another array; words is scratch.
 void sort_in_cache(std::uint64_t* words, std::size_t n, const WordRange& range, std::uint64_t* out);
 
