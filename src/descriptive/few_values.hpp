@@ -88,15 +88,6 @@ private:
     std::array<std::uint64_t, kSlots> m_numbers;
 };
 
-/// Whether what is written to one of two arrays of n items would be read from the other. A sample
-/// that changes between two looks at it must not be looked at twice.
-template <class Item>
-bool share_memory(const double* x, const Item* items, std::size_t n) {
-    const auto start = reinterpret_cast<std::uintptr_t>(x);
-    const auto other = reinterpret_cast<std::uintptr_t>(items);
-    return start < other + n * sizeof(Item) && other < start + n * sizeof(double);
-}
-
 }  // namespace vela::descriptive
 
 #endif

@@ -65,8 +65,7 @@ private:
     bool sort_by_value();
     bool sort_by_image();
     bool all_share_trailing_bits(std::uint64_t image) const;
-    template <class Key>
-    void mark_repeats(std::size_t first, std::size_t end, std::uint64_t nanKey, Key key);
+    void mark_repeats(std::size_t first, std::size_t end);
     void settle_runs(std::size_t first, std::size_t end, std::uint64_t* scratch);
     void settle_run(std::size_t first, std::size_t end, std::uint64_t* scratch);
     bool sort_run(std::size_t first, std::size_t size, std::uint64_t* scratch);

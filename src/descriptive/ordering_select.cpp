@@ -65,7 +65,7 @@ template <class Row>
                               std::uint64_t* out) {
     // Words of all other bins go to slot 0, which never moves on: cheaper than a branch that
     // depends on the data.
-    std::array<std::uint8_t, std::size_t{1} << Bins::kMostBits> slotOf;
+    std::array<std::uint8_t, Bins::kMost> slotOf;
     std::fill_n(slotOf.begin(), bins.count, std::uint8_t{0});
     std::array<std::size_t, SelectedValues::kCapacity + 1> next;
     next[0] = kept.words;
@@ -133,8 +133,7 @@ bool SelectedValues::select(const double* x, std::uint32_t n) {
         return false;
     }
     const KeptBins kept =
-        narrow(n, WordRow(x, [](double value, std::size_t) { return image_of(value); }),
-               Wanted{m_ranks.data(), m_values.data(), m_count, 0}, work.words());
+        narrow(n, images_of(x), Wanted{m_ranks.data(), m_values.data(), m_count, 0}, work.words());
     Scratch spare(n, work.words() + n);
     if (!spare.reserve(kept.mostInOne)) {
         return false;

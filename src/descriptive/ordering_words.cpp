@@ -1,14 +1,14 @@
 // Sorting words of 64 bits in linear time, whatever their distribution.
 //
 //   n <= 192      the library sort
-//   n <= 65536    counting passes over the 22 or 30 leading bits of the distance from the smallest
+//   n <= 131072   counting passes over the 22 or 30 leading bits of the distance from the smallest
 //                 word, least significant digit first (Knuth, The Art of Computer Programming 3,
 //                 section 5.2.5); words that agree in all of them are sorted among themselves
 //   otherwise     one pass into at most 255 groups of adjacent bins, then each group by itself
 //
 // The groups, and the scratch that they share, keep everything after the first pass inside a cache
 // of ordinary size, so that time per word hardly grows with n. A group is either small (8192 words,
-// or n / 127) or a single bin, whose range is 2^15 times narrower than that of its parent: no data
+// or n / 127) or a single bin, whose range is 2^14 times narrower than that of its parent: no data
 // makes the recursion deep.
 
 #include "descriptive/ordering_words.hpp"
@@ -52,7 +52,7 @@ std::uint64_t* sort_by_digits(std::uint64_t* words, std::uint64_t* work, std::si
     return words;
 }
 
-// NOLINTBEGIN(misc-no-recursion): every level leaves off 15 bits at least, or most words.
+// NOLINTBEGIN(misc-no-recursion): every level leaves off 14 bits at least, or most words.
 /// Sorts the runs of words that agree from bit `shift` on; between runs the order is right.
 void sort_runs(std::uint64_t* words, std::uint64_t* work, std::size_t n, std::uint64_t origin,
                unsigned shift) {
@@ -104,7 +104,7 @@ void sort_words(std::uint64_t* words, std::size_t n, std::uint64_t* scratch) {
     if (range.isAscending) {
         return;
     }
-    if (n <= kCacheWords) {
+    if (n <= 2 * kCacheWords) {  // passes beyond the near cache cost less than other groups
         // A part of a sample: spread evenly as a rule, so that 22 bits tell nearly all apart.
         sort_by_passes<11, 2>(words, scratch, n, range, words);
         return;

@@ -9,6 +9,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 /// The parts that sorting and selecting share: words of 64 bits in place of doubles.
 namespace vela::descriptive {
@@ -35,9 +36,23 @@ inline auto stored_words(const std::uint64_t* words) {
     return WordRow(words, [](std::uint64_t word, std::size_t) { return word; });
 }
 
+/// The images of values that give the values back.
+inline auto images_of(const double* x) {
+    return WordRow(x, [](double value, std::size_t) { return image_of(value); });
+}
+
 /// The images of values that tell which of them are tied.
 inline auto tie_images_of(const double* x) {
     return WordRow(x, [](double value, std::size_t) { return tie_image_of(value); });
+}
+
+/// Whether what is written to the items would be read from the n values. A sample that changes
+/// between two looks at it must not be looked at twice.
+template <class Item>
+bool share_memory(const double* x, std::size_t n, const Item* items, std::size_t count) {
+    const auto start = reinterpret_cast<std::uintptr_t>(x);
+    const auto other = reinterpret_cast<std::uintptr_t>(items);
+    return start < other + count * sizeof(Item) && other < start + n * sizeof(double);
 }
 
 /// Calls use(row(i)) for i = first, ..., n - 1 as long as it returns true; returns the i for which
@@ -71,6 +86,15 @@ void for_each_word(std::size_t first, std::size_t n, Row row, Use use) {
     });
 }
 
+/// Whether the first n words, n >= 1, are in order.
+template <class Row>
+bool is_ascending(std::size_t n, Row row) {
+    std::uint64_t last = row(0);
+    return for_words_while(1, n, row, [&](std::uint64_t word) {
+               return std::exchange(last, word) <= word;
+           }) == n;
+}
+
 struct WordRange {
     std::uint64_t smallest;
     std::uint64_t largest;
@@ -94,10 +118,12 @@ WordRange range_of(std::size_t n, Row row) {
     return {low, high, ascending == n};
 }
 
-/// Equal intervals of the range, at most 2^15 and at most as many as there are words: the leading
-/// bits of the distance from the smallest word.
+/// Equal intervals of the range, at most as many as there are words: the leading bits of the
+/// distance from the smallest word.
 struct Bins {
-    static constexpr unsigned kMostBits = 15;
+    // More than 2^15, because the images of numbers of both signs span a little more than 2^63:
+    // of 2^15 equal parts of 2^64 they would use no more than half.
+    static constexpr std::size_t kMost = 40960;
 
     std::uint64_t origin;
     unsigned shift;
@@ -105,9 +131,11 @@ struct Bins {
 
     Bins(const WordRange& range, std::size_t n) : origin(range.smallest), shift(0), count(0) {
         const auto width = static_cast<unsigned>(std::bit_width(range.largest - range.smallest));
-        const unsigned bits = std::min(kMostBits, static_cast<unsigned>(std::bit_width(n)) - 1);
+        const std::size_t most = std::min(kMost, n);
+        const auto bits = static_cast<unsigned>(std::bit_width(most));
         shift = width > bits ? width - bits : 0;
-        count = static_cast<std::size_t>((range.largest - range.smallest) >> shift) + 1;
+        shift += (range.largest - range.smallest) >> shift < most ? 0 : 1;
+        count = of(range.largest) + 1;
     }
 
     std::size_t of(std::uint64_t word) const {
@@ -159,7 +187,7 @@ template <class Row>
     const Bins bins(range, n);
     bins.tally(n, row, out);
 
-    std::array<std::uint8_t, std::size_t{1} << Bins::kMostBits> groupOf;
+    std::array<std::uint8_t, Bins::kMost> groupOf;
     Groups groups;
     const std::size_t target = std::max(Groups::kWantedWords, n / (Groups::kMost / 2) + 1);
     std::size_t size = 0;
@@ -190,7 +218,7 @@ void sort_words(std::uint64_t* words, std::size_t n, std::uint64_t* scratch);
 void sort_in_cache(std::uint64_t* words, std::size_t n, const WordRange& range, std::uint64_t* out);
 
 /// The first n words of the row, n >= 1, in ascending order to `out`. Calls finish(first, end) for one
-/// part after the other that is in order, while a cache still holds it; words that agree in the 15
+/// part after the other that is in order, while a cache still holds it; words that agree in the 16
 /// leading bits of their distance from the smallest come in one part, and there is scratch space for
 /// its words then. False when that could not be allocated.
 template <class Row, class Finish>

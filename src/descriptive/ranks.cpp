@@ -9,6 +9,7 @@
 
 namespace vela::v1 {
 
+using descriptive::kNaNImage;
 using descriptive::SortedOrder;
 
 namespace {
@@ -31,13 +32,38 @@ void rank_few(const double* x, std::size_t n, double* ranks) {
     }
 }
 
+/// For a sample in ascending order; false, with nothing written, for others.
+bool rank_ascending(const double* x, std::size_t n, double* ranks) {
+    const auto images = descriptive::tie_images_of(x);
+    if (!descriptive::is_ascending(n, images)) {
+        return false;
+    }
+    std::size_t first = 0;  // of a run of equal values, which ends before i
+    std::size_t i = 0;
+    std::uint64_t last = kNaNImage;
+    const auto rank_run = [&] {
+        const auto twiceTheRank = static_cast<std::int64_t>(first + i + 1);
+        const double rank = static_cast<double>(twiceTheRank) / 2.0;
+        while (first < i) {
+            ranks[first++] = rank;
+        }
+    };
+    descriptive::for_each_word(0, n, images, [&](std::uint64_t image) {
+        if (image != last || image == kNaNImage) {
+            rank_run();
+        }
+        last = image;
+        ++i;
+    });
+    rank_run();
+    return true;
+}
+
 /// For a sample of few values that repeat; false, with nothing written, for others.
 [[gnu::noinline]] bool rank_few_values(const double* x, std::size_t n, double* ranks) {
-    using descriptive::kNaNImage;
     const auto images = descriptive::tie_images_of(x);
-    const bool isApart = ranks == x || !descriptive::share_memory(x, ranks, n);
     descriptive::FewValues twice;
-    if (!isApart || !twice.count(n, images)) {
+    if (!twice.count(n, images)) {
         return false;
     }
     twice.replace_counts([](std::uint64_t image, std::uint64_t first, std::uint64_t end) {
@@ -63,7 +89,9 @@ int GetRank(const double* x, unsigned int n, double* ranks) {
         rank_few(x, n, ranks);
         return conventions::kSuccess;
     }
-    if (n > descriptive::kCacheWords && rank_few_values(x, n, ranks)) {
+    const bool isApart = ranks == x || !descriptive::share_memory(x, n, ranks, n);
+    if (isApart && (rank_ascending(x, n, ranks) ||
+                    (n > descriptive::kCacheWords && rank_few_values(x, n, ranks)))) {
         return conventions::kSuccess;
     }
     SortedOrder order(x, n);

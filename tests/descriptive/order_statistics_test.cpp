@@ -103,6 +103,10 @@ TEST(OrderAndRanks, AgreeWithAStableSortAndRaiseNoFault) {
             EXPECT_EQ(order, expected);
             const Values expectedRanks = brute_ranks(x, expected);
             EXPECT_EQ(ranks, expectedRanks) << "in place";
+            Values overwritten = x;
+            auto* const places = reinterpret_cast<unsigned int*>(overwritten.data());
+            v1::GetOrder(overwritten.data(), size(x), places);
+            EXPECT_TRUE(std::equal(expected.begin(), expected.end(), places)) << "over the sample";
             Values shifted = x;
             shifted.push_back(0.0);
             v1::GetRank(shifted.data(), size(x), shifted.data() + 1);
@@ -168,16 +172,19 @@ TEST(Mode, IsTheValueThatOccursMostOften) {
             const std::size_t slots = std::min<std::size_t>(n, 6);
             unsigned int expectedFrequency = 0;
             const Values expected = counted_modes(x, slots, &expectedFrequency);
-            unsigned int number = 0;
-            unsigned int frequency = 0;
-            std::feclearexcept(FE_ALL_EXCEPT);
-            EXPECT_EQ(v1::GetMode(x.data(), size(x), x.data(), static_cast<unsigned int>(slots),
-                                  &number, &frequency),
-                      0);
-            EXPECT_TRUE(is_default_state());
-            x.resize(slots);
-            EXPECT_TRUE(same_values(x, expected));
-            EXPECT_EQ(frequency, expectedFrequency);
+            Values apart(slots);
+            for (Values* modes : {&apart, &x}) {
+                unsigned int number = 0;
+                unsigned int frequency = 0;
+                std::feclearexcept(FE_ALL_EXCEPT);
+                EXPECT_EQ(
+                    v1::GetMode(x.data(), size(x), modes->data(), size(apart), &number, &frequency),
+                    0);
+                EXPECT_TRUE(is_default_state());
+                modes->resize(slots);
+                EXPECT_TRUE(same_values(*modes, expected)) << (modes == &x ? "in place" : "apart");
+                EXPECT_EQ(frequency, expectedFrequency);
+            }
         }
     }
 }
