@@ -5,13 +5,12 @@
 #include "descriptive/kahan.hpp"
 #include "descriptive/known_divisor.hpp"
 #include "descriptive/running_mean.hpp"
+#include "descriptive/word_buffer.hpp"
 #include "distributions/t.hpp"
 #include "vela/v0/correlation.hpp"
 #include "vela/v1/order_statistics.hpp"
 
 #include <cmath>
-#include <memory>
-#include <new>
 
 namespace vela {
 
@@ -53,10 +52,6 @@ Comoments comoments(const double* x, const double* y, unsigned int n) {
     return descriptive::with_fastest_divisor(loop, x, y, n);
 }
 
-std::unique_ptr<double[]> allocate(unsigned int n) {
-    return std::unique_ptr<double[]>(new (std::nothrow) double[n]);
-}
-
 }  // namespace
 
 double v1::GetCovariance(const double* x, const double* y, unsigned int n, double* varianceX,
@@ -82,19 +77,20 @@ double v1::GetPearsonCorrelation(const double* x, const double* y, unsigned int 
 }
 
 double v1::GetSpearmanCorrelation(const double* x, const double* y, unsigned int n, int* status) {
-    const auto ranksX = allocate(n);
-    const auto ranksY = allocate(n);
-    if (!ranksX || !ranksY) {
+    const descriptive::WordBuffer ranks(2 * std::size_t{n});
+    if (!ranks) {
         *status = conventions::kOutOfMemory;
         return kNaN;
     }
     // The status is deliberately left alone when the ranking itself fails.
-    if (GetRank(x, n, ranksX.get()) != conventions::kSuccess ||
-        GetRank(y, n, ranksY.get()) != conventions::kSuccess) {
+    double* const ranksX = ranks.doubles();
+    double* const ranksY = ranksX + n;
+    if (GetRank(x, n, ranksX) != conventions::kSuccess ||
+        GetRank(y, n, ranksY) != conventions::kSuccess) {
         return kNaN;
     }
     *status = conventions::kSuccess;
-    return GetPearsonCorrelation(ranksX.get(), ranksY.get(), n);
+    return GetPearsonCorrelation(ranksX, ranksY, n);
 }
 
 double v0::GetKroCorrelationPValue(double r, unsigned int n) {

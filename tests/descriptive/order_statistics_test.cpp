@@ -166,7 +166,7 @@ Values counted_modes(const Values& x, std::size_t maxModes, unsigned int* freque
 }
 
 TEST(Mode, IsTheValueThatOccursMostOften) {
-    for (const std::size_t n : {1U, 2U, 3U, 50U, 1500U, 6000U}) {
+    for (const std::size_t n : {1U, 2U, 3U, 50U, 1500U, 6000U, 65537U}) {
         for (Values x : hard_samples(n)) {
             SCOPED_TRACE(testing::Message() << n << " values from " << x[0]);
             const std::size_t slots = std::min<std::size_t>(n, 6);
