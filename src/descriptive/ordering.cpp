@@ -73,26 +73,30 @@ bool order_directly(const double* x, std::uint32_t n, std::uint32_t* order) {
            order_ascending(x, n, order) || (n > kCacheWords && order_few_values(x, n, order));
 }
 
-void sort_small_sample(const double* x, std::size_t n, double* sorted) {
+/// A sorted copy of a small sample; false, with anything in it, where it is better sorted by words.
+bool sort_small_sample(const double* x, std::size_t n, double* sorted) {
     const auto less = [](double a, double b) { return a < b; };
     if (n == 0 || sort_small(
                       x, n, sorted, [=](std::size_t i) { return x[i]; }, less)) {
-        return;
+        return true;
+    }
+    if (n > kFewWords) {
+        return false;
     }
     std::copy_n(x, n, sorted);
     std::sort(sorted, sorted + move_nan_back(sorted, n));
+    return true;
 }
 
 }  // namespace
 
 SortedCopy::SortedCopy(const double* x, std::uint32_t n)
-    : m_size(n), m_buffer(n <= kSmallSample ? n : with_scratch(n)) {
+    : m_size(n), m_buffer(n <= kFewWords ? n : with_scratch(n)) {
     if (!m_buffer) {
         return;
     }
     double* const sorted = m_buffer.doubles();
-    if (n <= kSmallSample) {
-        sort_small_sample(x, n, sorted);
+    if (n <= kSmallSample && sort_small_sample(x, n, sorted)) {
         return;
     }
     const auto image = images_of(x);

@@ -42,7 +42,8 @@ void place_few(const double* x, std::size_t n, Item* out, Make make) {
 /// some other order.
 template <class Item, class Less>
 bool insert_in_order(Item* items, std::size_t n, Less less) {
-    std::size_t movesLeft = 8 * n;
+    constexpr std::size_t kMovesPerItem = 8;
+    std::size_t moves = 0;
     for (std::size_t i = 1; i < n; ++i) {
         const Item item = items[i];
         std::size_t hole = i;
@@ -51,10 +52,10 @@ bool insert_in_order(Item* items, std::size_t n, Less less) {
             --hole;
         }
         items[hole] = item;
-        if (i - hole > movesLeft) {
+        moves += i - hole;
+        if (moves > kMovesPerItem * std::min(n, 2 * i + 128)) {  // soon where all is in one place
             return false;
         }
-        movesLeft -= i - hole;
     }
     return true;
 }
