@@ -95,6 +95,15 @@ bool is_ascending(std::size_t n, Row row) {
            }) == n;
 }
 
+/// Whether they are in reverse order.
+template <class Row>
+bool is_descending(std::size_t n, Row row) {
+    std::uint64_t last = row(0);
+    return for_words_while(1, n, row, [&](std::uint64_t word) {
+               return std::exchange(last, word) >= word;
+           }) == n;
+}
+
 struct WordRange {
     std::uint64_t smallest;
     std::uint64_t largest;
