@@ -40,10 +40,10 @@ public:
         return for_words_while(0, n, row, count_word) == n;
     }
 
-    /// Replaces each count by number(word, first, end), in ascending order of the words, where
-    /// [first, end) are the places of that word in the sorted row.
-    template <class Number>
-    void replace_counts(Number number) {
+    /// Calls use(word, first, end) in ascending order of the words, where [first, end) are the places
+    /// of that word in the sorted row. Its number, the count until then, may be replaced there.
+    template <class Use>
+    void for_each(Use use) {
         std::array<std::pair<std::uint64_t, std::size_t>, kSlots / 2> slots;
         std::size_t held = 0;
         for (std::size_t slot = 0; slot < kSlots; ++slot) {
@@ -56,7 +56,7 @@ public:
         for (std::size_t i = 0; i < held; ++i) {
             const auto [word, slot] = slots[i];
             const std::uint64_t end = first + m_numbers[slot];
-            m_numbers[slot] = number(word, first, end);
+            use(word, first, end);
             first = end;
         }
     }

@@ -58,10 +58,11 @@ ModeCounts write_modes(std::span<const double> sorted, std::span<double> modes) 
     ModeList list(modes);
     const auto next_run = [&](std::size_t from) {
         const std::size_t needed = list.needed();
+        const std::size_t places = n + 1 - std::min(needed, n + 1);  // with room for such a run
         const WordRow begins(sorted.data(), [=](double value, std::size_t i) {
             return std::uint64_t{value == sorted[i + needed - 1] ? 1U : 0U};
         });
-        return for_words_while(from, n + 1 - std::min(needed, n + 1), begins,
+        return for_words_while(from, places, begins,
                                [](std::uint64_t isRun) { return isRun == 0; });
     };
     std::size_t end = 0;
@@ -77,7 +78,8 @@ ModeCounts write_modes(std::span<const double> sorted, std::span<double> modes) 
 
 namespace {
 
-/// Of a sample of few values, which needs no order; none, with nothing written, of others.
+/// The modes of a sample of few values, for which no order is needed; none, with nothing written,
+/// of others.
 [[gnu::noinline]] std::optional<ModeCounts> modes_of_few_values(std::span<const double> x,
                                                                 std::span<double> modes) {
     FewValues values;
@@ -87,7 +89,7 @@ namespace {
     ModeList list(modes);
     double value = conventions::kNaN;
     std::size_t size = 0;
-    values.replace_counts([&](std::uint64_t image, std::uint64_t first, std::uint64_t end) {
+    values.for_each([&](std::uint64_t image, std::uint64_t first, std::uint64_t end) {
         if (!is_nan_image(image)) {
             const double next = value_of(image);
             if (next != value) {  // both zeros are one value
@@ -97,13 +99,12 @@ namespace {
             }
             size += end - first;
         }
-        return end;
     });
     list.add(value, size);
     return list.finish();
 }
 
-/// Of data in order that are not where the modes go; none, with nothing written, of others.
+/// The modes of data in order that are not where the modes go; none, with nothing written, of others.
 std::optional<ModeCounts> modes_of_ascending(std::span<const double> x, std::span<double> modes) {
     if (share_memory(x.data(), x.size(), modes.data(), modes.size()) ||
         !is_ascending(x.size(), images_of(x.data()))) {
@@ -112,7 +113,7 @@ std::optional<ModeCounts> modes_of_ascending(std::span<const double> x, std::spa
     return write_modes(x, modes);
 }
 
-/// None when memory could not be allocated.
+/// The modes of any sample; none when memory could not be allocated.
 std::optional<ModeCounts> modes_of(std::span<const double> x, std::span<double> modes) {
     std::optional<ModeCounts> counts;
     if (x.size() > kCacheWords) {
@@ -146,8 +147,9 @@ int GetMode(const double* x, unsigned int n, double* modes, unsigned int maxMode
     if (!counts) {
         std::fill_n(modes, maxModes, conventions::kNaN);
     }
-    *numModes = counts.value_or(ModeCounts{}).modes;
-    *modeFrequency = counts.value_or(ModeCounts{}).frequency;
+    const ModeCounts found = counts.value_or(ModeCounts{});
+    *numModes = found.modes;
+    *modeFrequency = found.frequency;
     return counts ? conventions::kSuccess : conventions::kOutOfMemory;
 }
 

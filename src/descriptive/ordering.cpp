@@ -31,9 +31,8 @@ template <class Row>
     if (!values.count(n, images)) {
         return false;
     }
-    values.replace_counts([=](std::uint64_t image, std::uint64_t first, std::uint64_t end) {
+    values.for_each([=](std::uint64_t image, std::uint64_t first, std::uint64_t end) {
         std::fill(sorted + first, sorted + end, value_of(image));
-        return end;
     });
     return true;
 }
@@ -57,8 +56,9 @@ bool order_ascending(const double* x, std::size_t n, std::uint32_t* order) {
     if (!places.count(n, images)) {
         return false;
     }
-    places.replace_counts(
-        [](std::uint64_t /*image*/, std::uint64_t first, std::uint64_t /*end*/) { return first; });
+    places.for_each([&](std::uint64_t image, std::uint64_t first, std::uint64_t /*end*/) {
+        places[image] = first;
+    });
     std::uint32_t position = 0;
     for_each_word(0, n, images, [&](std::uint64_t image) { order[places[image]++] = position++; });
     return true;

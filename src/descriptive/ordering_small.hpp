@@ -17,13 +17,13 @@ namespace vela::descriptive {
 inline constexpr std::size_t kSmallSample = 1024;
 
 /// Fewer values are not worth counting by intervals.
-inline constexpr std::size_t kFewValues = 20;
+inline constexpr std::size_t kTinySample = 20;
 
 /// Every item straight to its place, which is the number of values before it. Of a few values all
 /// pairs are compared sooner than any sort gets over its branches, which nothing can predict.
 template <class Item, class Make>
-void place_few(const double* x, std::size_t n, Item* out, Make make) {
-    std::array<std::uint32_t, kFewValues> places;
+void place_tiny_sample(const double* x, std::size_t n, Item* out, Make make) {
+    std::array<std::uint32_t, kTinySample> places;
     for (std::uint32_t i = 0; i < n; ++i) {
         std::uint32_t greater = 0;
         for (std::uint32_t k = 0; k < i; ++k) {
@@ -104,8 +104,8 @@ bool sort_small(const double* x, std::size_t n, Item* out, Make make, Less less)
     if (!all_finite(x, n)) {
         return false;
     }
-    if (n < kFewValues) {
-        place_few(x, n, out, make);
+    if (n < kTinySample) {
+        place_tiny_sample(x, n, out, make);
         return true;
     }
     const Intervals intervals(x, n);

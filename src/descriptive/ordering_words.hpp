@@ -9,6 +9,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <utility>
 
 /// The parts that sorting and selecting share: words of 64 bits in place of doubles.
@@ -86,22 +87,23 @@ void for_each_word(std::size_t first, std::size_t n, Row row, Use use) {
     });
 }
 
-/// Whether the first n words, n >= 1, are in order.
-template <class Row>
-bool is_ascending(std::size_t n, Row row) {
+/// Whether compare(word, next) holds for each of the first n words, n >= 1, and the one after it.
+template <class Row, class Compare>
+bool is_ordered(std::size_t n, Row row, Compare compare) {
     std::uint64_t last = row(0);
     return for_words_while(1, n, row, [&](std::uint64_t word) {
-               return std::exchange(last, word) <= word;
+               return compare(std::exchange(last, word), word);
            }) == n;
 }
 
-/// Whether they are in reverse order.
+template <class Row>
+bool is_ascending(std::size_t n, Row row) {
+    return is_ordered(n, row, std::less_equal{});
+}
+
 template <class Row>
 bool is_descending(std::size_t n, Row row) {
-    std::uint64_t last = row(0);
-    return for_words_while(1, n, row, [&](std::uint64_t word) {
-               return std::exchange(last, word) >= word;
-           }) == n;
+    return is_ordered(n, row, std::greater_equal{});
 }
 
 struct WordRange {

@@ -16,8 +16,8 @@ namespace {
 
 /// A rank is half of one more than the values below and the values not above. Of a few values all
 /// pairs are compared sooner than any sort gets over its branches.
-void rank_few(const double* x, std::size_t n, double* ranks) {
-    std::array<std::uint32_t, descriptive::kFewValues> twice;
+void rank_tiny_sample(const double* x, std::size_t n, double* ranks) {
+    std::array<std::uint32_t, descriptive::kTinySample> twice;
     for (std::size_t i = 0; i < n; ++i) {
         std::uint32_t before = 0;
         for (std::size_t k = 0; k < i; ++k) {
@@ -66,8 +66,8 @@ bool rank_ascending(const double* x, std::size_t n, double* ranks) {
     if (!twice.count(n, images)) {
         return false;
     }
-    twice.replace_counts([](std::uint64_t image, std::uint64_t first, std::uint64_t end) {
-        return image == kNaNImage ? 2 * first + 2 : first + end + 1;
+    twice.for_each([&](std::uint64_t image, std::uint64_t first, std::uint64_t end) {
+        twice[image] = image == kNaNImage ? 2 * first + 2 : first + end + 1;
     });
     double* next = ranks;
     descriptive::for_each_word(0, n, images, [&](std::uint64_t image) {
@@ -85,10 +85,11 @@ void GetOrder(const double* x, unsigned int n, unsigned int* order) {
 }
 
 int GetRank(const double* x, unsigned int n, double* ranks) {
-    if (n < descriptive::kFewValues && descriptive::all_finite(x, n)) {
-        rank_few(x, n, ranks);
+    if (n < descriptive::kTinySample && descriptive::all_finite(x, n)) {
+        rank_tiny_sample(x, n, ranks);
         return conventions::kSuccess;
     }
+    // In place each value is read before its rank takes its place.
     const bool isApart = ranks == x || !descriptive::share_memory(x, n, ranks, n);
     if (isApart && (rank_ascending(x, n, ranks) ||
                     (n > descriptive::kCacheWords && rank_few_values(x, n, ranks)))) {
