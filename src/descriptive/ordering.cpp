@@ -142,10 +142,7 @@ bool SortedOrder::sort_by_value() {
             x, m_size, positions, [](std::size_t i) { return std::uint64_t{i}; }, less)) {
         return false;
     }
-    mark(0, false);
-    for (std::size_t i = 1; i < m_size; ++i) {
-        mark(i, x[positions[i - 1]] == x[positions[i]]);
-    }
+    mark(0, m_size, [=](std::size_t i) { return i > 0 && x[positions[i - 1]] == x[positions[i]]; });
     return true;
 }
 
@@ -170,34 +167,59 @@ bool SortedOrder::sort_by_image() {
     Scratch scratch(m_size, marks() + m_size / 64 + 1);
     return sort_from(m_size, packed, packedRange, m_buffer.words(), scratch,
                      [&](std::size_t first, std::size_t end) {
-                         if (m_prefixDecides) {
-                             mark_repeats(first, end);
-                         } else {
-                             settle_runs(first, end, scratch.words());
+                         mark_repeats(first, end);
+                         if (!m_prefixDecides) {
+                             settle_repeats(first, end, scratch.words());
                          }
                      });
+}
+
+/// Marks those i of [first, end) for which is_tied(i), for ascending parts that follow each other.
+/// Whether values are tied is hard to predict: no branch depends on it.
+template <class IsTied>
+void SortedOrder::mark(std::size_t first, std::size_t end, IsTied is_tied) {
+    while (first < end) {
+        std::uint64_t& word = marks()[first / 64];
+        std::uint64_t bits = first % 64 == 0 ? 0 : word;
+        const std::size_t wordEnd = std::min(end, first - first % 64 + 64);
+        for (; first < wordEnd; ++first) {
+            bits |= std::uint64_t{is_tied(first) ? 1U : 0U} << (first % 64);
+        }
+        word = bits;
+    }
 }
 
 /// Marks each i of [first, end) whose prefix is that of i - 1, except the prefix of NaN.
 void SortedOrder::mark_repeats(std::size_t first, std::size_t end) {
     std::uint64_t last = first > 0 ? prefix(first - 1) : m_nanPrefix;
-    for (std::size_t i = first; i < end; ++i) {
+    mark(first, end, [&, nan = m_nanPrefix](std::size_t i) {
         const std::uint64_t next = prefix(i);
-        mark(i, next == last && next != m_nanPrefix);
-        last = next;
-    }
+        return static_cast<bool>((next == std::exchange(last, next)) & (next != nan));
+    });
 }
 
-/// Words that agree in their prefix may stand for different values: puts them in order, and marks
-/// those that are tied. No such run goes beyond [first, end).
-void SortedOrder::settle_runs(std::size_t first, std::size_t end, std::uint64_t* scratch) {
-    for (std::size_t next = first + 1; first < end; first = next++) {
-        mark(first, false);
-        while (next < end && prefix(next) == prefix(first)) {
-            ++next;
+/// Words that agree in their prefix may stand for different values: puts those in order, and takes
+/// their marks off. No run of such words goes beyond [first, end).
+void SortedOrder::settle_repeats(std::size_t first, std::size_t end, std::uint64_t* scratch) {
+    constexpr std::size_t kAhead = 16;  // values all over x are asked for this much earlier
+    while (first < end) {
+        const std::size_t base = first - first % 64;
+        std::uint64_t left = marks()[first / 64] >> (first % 64) << (first % 64);
+        std::uint64_t different = 0;
+        first = std::min(end, base + 64);
+        for (; left != 0; left &= left - 1) {
+            const std::size_t i = base + static_cast<std::size_t>(std::countr_zero(left));
+            __builtin_prefetch(m_x + (*this)[std::min<std::size_t>(i + kAhead, m_size - 1)]);
+            const std::uint64_t before = image(i - 1);
+            const std::uint64_t here = image(i);
+            if (here < before) {
+                break;
+            }
+            different |= std::uint64_t{here != before ? 1U : 0U} << (i % 64);
         }
-        if (next - first > 1) {
-            settle_run(first, next, scratch);
+        marks()[base / 64] &= ~different;
+        if (left != 0) {
+            first = settle_run(base + static_cast<std::size_t>(std::countr_zero(left)), scratch);
         }
     }
 }
@@ -211,22 +233,29 @@ bool SortedOrder::all_share_trailing_bits(std::uint64_t image) const {
     });
 }
 
-void SortedOrder::settle_run(std::size_t first, std::size_t end, std::uint64_t* scratch) {
-    const bool mayDiffer = sort_run(first, end - first, scratch);
-    const bool isNaN = prefix(first) == m_nanPrefix;  // which no number has
-    for (std::size_t i = first + 1; i < end; ++i) {
-        mark(i, !isNaN && (!mayDiffer || image(i - 1) == image(i)));
+/// Sorts and marks the run of words that agree with the i-th in their prefix; returns its end.
+std::size_t SortedOrder::settle_run(std::size_t i, std::uint64_t* scratch) {
+    std::size_t first = i;
+    while (first > 0 && prefix(first - 1) == prefix(i)) {
+        --first;
     }
+    std::size_t end = i + 1;
+    while (end < m_size && prefix(end) == prefix(i)) {
+        ++end;
+    }
+    sort_run(first, end - first, scratch);
+    for (i = first + 1; i < end; ++i) {
+        const std::uint64_t bit = kOne << (i % 64);
+        std::uint64_t& word = marks()[i / 64];
+        word = image(i - 1) == image(i) ? word | bit : word & ~bit;
+    }
+    return end;
 }
 
-/// Returns whether the run has different values.
-bool SortedOrder::sort_run(std::size_t first, std::size_t size, std::uint64_t* scratch) {
+void SortedOrder::sort_run(std::size_t first, std::size_t size, std::uint64_t* scratch) {
     const WordRange range = range_of(
         size, WordRow(m_buffer.words() + first,
                       [=, this](std::uint64_t, std::size_t i) { return image(first + i); }));
-    if (range.smallest == range.largest) {
-        return false;
-    }
     // The images of a run differ in m_shift bits only, and these do fit beside a position.
     const std::uint64_t common = prefix(first);
     std::uint64_t* const words = m_buffer.words() + first;
@@ -237,21 +266,9 @@ bool SortedOrder::sort_run(std::size_t first, std::size_t size, std::uint64_t* s
     for (std::size_t i = 0; i < size; ++i) {
         words[i] = pack(common, (*this)[first + i]);
     }
-    return true;
 }
 
 std::uint64_t SortedOrder::image(std::size_t i) const { return tie_image_of(m_x[(*this)[i]]); }
-
-/// Called for i = 0, 1, ...
-void SortedOrder::mark(std::size_t i, bool isTied) {
-    std::uint64_t* const word = marks() + i / 64;
-    if (i % 64 == 0) {
-        *word = 0;
-    }
-    if (isTied) {  // a store for each value would make it wait for the one before
-        *word |= std::uint64_t{1} << (i % 64);
-    }
-}
 
 void write_order(const double* x, std::uint32_t n, std::uint32_t* order) {
     if (n == 0 || (!share_memory(x, n, order, n) && order_directly(x, n, order))) {

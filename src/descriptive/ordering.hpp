@@ -45,9 +45,6 @@ public:
         return static_cast<std::uint32_t>(m_buffer.words()[i] & position_mask());
     }
 
-    /// Whether the i-th smallest value equals the one before it, i from 1; a NaN equals nothing.
-    bool is_tied(std::size_t i) const { return (marks()[i / 64] >> (i % 64) & 1U) != 0; }
-
     /// The ranks from 1, equal values sharing their average, in the order of x; x itself may take
     /// them. The last use of the order: its memory serves as scratch.
     void write_ranks(double* ranks);
@@ -62,17 +59,19 @@ private:
     }
     std::uint64_t image(std::size_t i) const;
     std::uint64_t* marks() const { return m_buffer.words() + m_size; }
+    bool is_tied(std::size_t i) const { return (marks()[i / 64] >> (i % 64) & 1U) != 0; }
     bool sort_by_value();
     bool sort_by_image();
     bool all_share_trailing_bits(std::uint64_t image) const;
+    template <class IsTied>
+    void mark(std::size_t first, std::size_t end, IsTied is_tied);
     void mark_repeats(std::size_t first, std::size_t end);
-    void settle_runs(std::size_t first, std::size_t end, std::uint64_t* scratch);
-    void settle_run(std::size_t first, std::size_t end, std::uint64_t* scratch);
-    bool sort_run(std::size_t first, std::size_t size, std::uint64_t* scratch);
-    void mark(std::size_t i, bool isTied);
-    bool is_followed_by_single_values(std::size_t first) const;
+    void settle_repeats(std::size_t first, std::size_t end, std::uint64_t* scratch);
+    std::size_t settle_run(std::size_t i, std::uint64_t* scratch);
+    void sort_run(std::size_t first, std::size_t size, std::uint64_t* scratch);
+    std::size_t end_of_run(std::size_t end) const;
     template <class Use>
-    void for_each_run(Use use) const;
+    void for_each_rank(Use use) const;
     bool is_scattered() const;
     void write_ranks_by_blocks(double* ranks);
 
@@ -82,7 +81,8 @@ private:
     unsigned m_shift = 0;         // trailing bits of the images that do not fit into a word
     bool m_prefixDecides = true;  // equal leading bits stand for equal values
     std::uint64_t m_nanPrefix = ~std::uint64_t{0};  // leading bits of a NaN, if there is any
-    WordBuffer m_buffer;  // words of leading bits and position; then a bit for each tie
+    WordBuffer m_buffer;  // words of leading bits and position; then a bit for each value that
+                          // equals the one before it, as a NaN never does
 };
 
 /// A few order statistics of a sample, found without sorting it. First every rank is asked for,

@@ -6,25 +6,39 @@
 
 namespace vela::descriptive {
 
-/// Whether the 64 values from there on are single ones; only asked of whole words of marks.
-bool SortedOrder::is_followed_by_single_values(std::size_t first) const {
-    return first % 64 == 0 && first + 64 < m_size && marks()[first / 64] == 0 &&
-           !is_tied(first + 64);
+/// The first i >= end that is not tied with the one before it.
+std::size_t SortedOrder::end_of_run(std::size_t end) const {
+    while (end < m_size && is_tied(end)) {
+        ++end;
+    }
+    return end;
 }
 
-/// Calls use(first, end) for each run of equal values and each single one, from the smallest on.
+/// Calls use(i, twice its rank) for i = 0, 1, ..., by 64 of them: how long the next run of equal
+/// values is could not be predicted, so no branch depends on it.
 template <class Use>
-void SortedOrder::for_each_run(Use use) const {
-    for (std::size_t first = 0, end = 1; first < m_size; first = end++) {
-        if (is_followed_by_single_values(first)) {  // sooner told than one by one
-            for (end = first + 64; first < end; ++first) {
-                use(first, first + 1);
+void SortedOrder::for_each_rank(Use use) const {
+    std::size_t runFirst = 0;
+    std::size_t runEnd = 0;
+    for (std::size_t first = 0; first < m_size; first += 64) {
+        const std::size_t end = std::min<std::size_t>(first + 64, m_size);
+        runEnd = end_of_run(std::max(runEnd, end));
+        const std::uint64_t ties = marks()[first / 64];
+        if (ties == 0 && runEnd == end) {
+            for (std::size_t i = first; i < end; ++i) {
+                use(i, 2 * i + 2);
             }
-        } else {
-            while (end < m_size && is_tied(end)) {
-                ++end;
-            }
-            use(first, end);
+            continue;
+        }
+        std::array<std::size_t, 64> runEnds;
+        std::size_t next = runEnd;
+        for (std::size_t i = end; i-- > first;) {
+            runEnds[i - first] = next;
+            next = (ties >> (i - first) & 1U) != 0 ? next : i;
+        }
+        for (std::size_t i = first; i < end; ++i) {
+            runFirst = (ties >> (i - first) & 1U) != 0 ? runFirst : i;
+            use(i, runFirst + runEnds[i - first] + 1);
         }
     }
 }
@@ -35,13 +49,9 @@ void SortedOrder::write_ranks(double* ranks) {
         return;
     }
     constexpr std::size_t kAhead = 16;  // stores all over the ranks are asked for this much earlier
-    for_each_run([=, this, last = m_size - std::size_t{1}](std::size_t first, std::size_t end) {
-        const double rank =
-            static_cast<double>(first) + (static_cast<double>(end - first) + 1.0) / 2.0;
-        for (std::size_t i = first; i < end; ++i) {
-            __builtin_prefetch(ranks + (*this)[std::min(i + kAhead, last)], 1);
-            ranks[(*this)[i]] = rank;
-        }
+    for_each_rank([=, this, last = m_size - std::size_t{1}](std::size_t i, std::size_t twice) {
+        __builtin_prefetch(ranks + (*this)[std::min(i + kAhead, last)], 1);
+        ranks[(*this)[i]] = static_cast<double>(static_cast<std::int64_t>(twice)) / 2.0;
     });
 }
 
@@ -71,13 +81,10 @@ void SortedOrder::write_ranks_by_blocks(double* ranks) {
     for (std::size_t block = 0; block < next.size(); ++block) {
         next[block] = block << bits;
     }
-    for_each_run([&](std::size_t first, std::size_t end) {
-        const std::uint64_t twiceTheRank = first + end + 1;
-        for (std::size_t i = first; i < end; ++i) {
-            const std::uint32_t position = (*this)[i];
-            store_and_prefetch(ranks + next[position >> bits]++,
-                               std::bit_cast<double>(twiceTheRank << bits | (position & mask)));
-        }
+    for_each_rank([&](std::size_t i, std::size_t twiceTheRank) {
+        const std::uint32_t position = (*this)[i];
+        store_and_prefetch(ranks + next[position >> bits]++,
+                           std::bit_cast<double>(twiceTheRank << bits | (position & mask)));
     });
     std::uint64_t* const words = m_buffer.words();
     for (std::size_t start = 0; start < m_size; start += mask + 1) {
