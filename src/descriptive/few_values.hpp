@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -15,38 +16,28 @@ namespace vela::descriptive {
 /// The different values of a sample that repeats a few of them, as rounded measurements, scores and
 /// counts do, and a number for each: what each stands for is soon in order, and so is the sample.
 /// A hash table with open addressing (Knuth, The Art of Computer Programming 3, section 6.4). It
-/// takes a hundred kilobytes of stack, in calls of their own, and suits samples beyond kCacheWords,
-/// which notice neither that nor a vain attempt.
+/// takes a hundred kilobytes of stack, in calls of their own, and suits samples beyond kSmallSample,
+/// which hardly notice a vain attempt.
 class FewValues {
 public:
-    /// Counts the words of a row; false as soon as too many of them differ, or one is kEmpty.
+    /// Counts the n words of a row; false as soon as too many of them differ, or one is kEmpty.
     template <class Row>
     bool count(std::size_t n, Row row) {
-        m_words.fill(kEmpty);
-        std::size_t room = kSlots / 2;
-        const auto count_word = [&](std::uint64_t word) {
-            const std::size_t slot = slot_of(word);
-            if (m_words[slot] == kEmpty) {
-                if (room == 0 || word == kEmpty || (slot - home_of(word)) % kSlots > kFarthest) {
-                    return false;
-                }
-                --room;
-                m_words[slot] = word;
-                m_numbers[slot] = 0;
-            }
-            ++m_numbers[slot];
-            return true;
-        };
-        return for_words_while(0, n, row, count_word) == n;
+        m_most = std::min(kMostValues, n / 16);
+        if (m_most * repeats_in_probes(n, row) < kProbes * kProbes / 4) {  // half of what to expect
+            return false;
+        }
+        clear();
+        return for_words_while(0, n, row, [this](std::uint64_t word) { return add(word); }) == n;
     }
 
     /// Calls use(word, first, end) in ascending order of the words, where [first, end) are the places
     /// of that word in the sorted row. Its number, the count until then, may be replaced there.
     template <class Use>
     void for_each(Use use) {
-        std::array<std::pair<std::uint64_t, std::size_t>, kSlots / 2> slots;
+        std::array<std::pair<std::uint64_t, std::size_t>, kMostValues> slots;
         std::size_t held = 0;
-        for (std::size_t slot = 0; slot < kSlots; ++slot) {
+        for (std::size_t slot = 0; slot <= m_mask; ++slot) {
             if (m_words[slot] != kEmpty) {
                 slots[held++] = {m_words[slot], slot};
             }
@@ -65,27 +56,71 @@ public:
     std::uint64_t& operator[](std::uint64_t word) { return m_numbers[slot_of(word)]; }
 
 private:
-    static constexpr unsigned kSlotBits = 12;
-    static constexpr std::size_t kSlots = std::size_t{1} << kSlotBits;
+    static constexpr std::size_t kMostValues = 2048;
+    static constexpr std::uint64_t kGolden = 0x9E3779B97F4A7C15;  // multiplicative hashing
+    static constexpr std::size_t kProbes = 128;
     static constexpr std::size_t kFarthest = 32;            // from home, whatever the values
     static constexpr std::uint64_t kEmpty = kNaNImage - 1;  // the image of one signalling NaN
 
-    static std::size_t home_of(std::uint64_t word) {
-        constexpr std::uint64_t kGolden = 0x9E3779B97F4A7C15;  // multiplicative hashing
-        return (word * kGolden) >> (64 - kSlotBits);
+    std::size_t home_of(std::uint64_t word) const { return (word * kGolden) >> m_shift; }
+
+    /// Of some words from all over the row, how many are seen to be there before: about half of the
+    /// square of their number by that of different values. Places at random, because data may have
+    /// a period.
+    template <class Row>
+    static std::size_t repeats_in_probes(std::size_t n, Row row) {
+        const std::uint64_t stride = n / kProbes;
+        std::array<std::uint64_t, 2 * kProbes> lastSeen;
+        lastSeen.fill(kEmpty);
+        std::size_t repeats = 0;
+        std::uint64_t random = 0;
+        for (std::uint64_t first = 0; first < kProbes * stride; first += stride) {
+            random = random * 6364136223846793005 + 1442695040888963407;  // Knuth, MMIX
+            const std::uint64_t word = row(first + ((random >> 32U) * stride >> 32U));
+            std::uint64_t& seen = lastSeen[(word * kGolden) >> 56U];
+            repeats += std::exchange(seen, word) == word ? 1 : 0;
+        }
+        return repeats;
+    }
+
+    void clear() {
+        m_held = 0;
+        const std::size_t slots = std::bit_ceil(2 * m_most);
+        m_mask = slots - 1;
+        m_shift = 64 - static_cast<unsigned>(std::bit_width(m_mask));
+        std::fill_n(m_words.begin(), slots, kEmpty);
+    }
+
+    bool add(std::uint64_t word) {
+        const std::size_t slot = slot_of(word);
+        if (m_words[slot] == kEmpty) {
+            if (m_held == m_most || word == kEmpty ||
+                ((slot - home_of(word)) & m_mask) > kFarthest) {
+                return false;
+            }
+            ++m_held;
+            m_words[slot] = word;
+            m_numbers[slot] = 0;
+        }
+        ++m_numbers[slot];
+        return true;
     }
 
     /// Where the word is, or could be put.
     std::size_t slot_of(std::uint64_t word) const {
         std::size_t slot = home_of(word);
         while (m_words[slot] != word && m_words[slot] != kEmpty) {
-            slot = (slot + 1) % kSlots;
+            slot = (slot + 1) & m_mask;
         }
         return slot;
     }
 
-    std::array<std::uint64_t, kSlots> m_words;
-    std::array<std::uint64_t, kSlots> m_numbers;
+    std::size_t m_held = 0;
+    std::size_t m_most = 0;
+    std::size_t m_mask = 0;  // one less than the slots: a power of two, at least twice the values
+    unsigned m_shift = 0;    // leaves as many bits of a hash as a slot takes
+    std::array<std::uint64_t, 2 * kMostValues> m_words;
+    std::array<std::uint64_t, 2 * kMostValues> m_numbers;
 };
 
 }  // namespace vela::descriptive

@@ -116,7 +116,7 @@ std::optional<ModeCounts> modes_of_ascending(std::span<const double> x, std::spa
 /// The modes of any sample; none when memory could not be allocated.
 std::optional<ModeCounts> modes_of(std::span<const double> x, std::span<double> modes) {
     std::optional<ModeCounts> counts;
-    if (x.size() > kCacheWords) {
+    if (x.size() > kSmallSample) {
         counts = modes_of_few_values(x, modes);
     }
     if (!counts && x.size() > kSmallSample) {

@@ -1,5 +1,6 @@
 #include "descriptive/ordering.hpp"
 
+#include "descriptive/decimal_steps.hpp"
 #include "descriptive/few_values.hpp"
 #include "descriptive/ordered_image.hpp"
 #include "descriptive/ordering_small.hpp"
@@ -60,7 +61,9 @@ bool order_ascending(const double* x, std::size_t n, std::uint32_t* order) {
         places[image] = first;
     });
     std::uint32_t position = 0;
-    for_each_word(0, n, images, [&](std::uint64_t image) { order[places[image]++] = position++; });
+    for_each_word(0, n, images, [&](std::uint64_t image) {
+        store_and_prefetch(order + places[image]++, position++);
+    });
     return true;
 }
 
@@ -70,7 +73,7 @@ bool order_directly(const double* x, std::uint32_t n, std::uint32_t* order) {
     const auto position = [](std::size_t i) { return static_cast<std::uint32_t>(i); };
     const auto less = [=](std::uint32_t a, std::uint32_t b) { return x[a] < x[b]; };
     return (n <= kSmallSample && sort_small(x, n, order, position, less)) ||
-           order_ascending(x, n, order) || (n > kCacheWords && order_few_values(x, n, order));
+           order_ascending(x, n, order) || (n > kSmallSample && order_few_values(x, n, order));
 }
 
 /// A sorted copy of a small sample; false, with anything in it, where it is better sorted by words.
@@ -105,7 +108,7 @@ SortedCopy::SortedCopy(const double* x, std::uint32_t n)
         std::copy_n(x, n, sorted);
         return;
     }
-    if (n > kCacheWords && repeat_few_values(image, n, sorted)) {
+    if (n > kSmallSample && repeat_few_values(image, n, sorted)) {
         return;
     }
     std::uint64_t* const words = m_buffer.words();
@@ -148,19 +151,35 @@ bool SortedOrder::sort_by_value() {
 
 /// False when the scratch space could not be allocated.
 bool SortedOrder::sort_by_image() {
-    const double* const x = m_x;
-    const WordRange range = range_of(m_size, tie_images_of(x));
+    const auto images = tie_images_of(m_x);
+    const WordRange range = range_of(m_size, images);
+    m_prefixDecides = all_share_trailing_bits(range.smallest, lost_bits(range));
+    if (const double scale = m_prefixDecides ? 0.0 : decimal_scale(m_x, m_size); scale > 0.0) {
+        const auto steps = decimal_steps(m_x, scale);
+        const WordRange stepRange = range_of(m_size, steps);
+        if (lost_bits(stepRange) == 0) {
+            m_prefixDecides = true;
+            return sort_words_of(steps, stepRange);
+        }
+    }
+    return sort_words_of(images, range);
+}
+
+/// Trailing bits of words of that range that do not fit into a word beside a position.
+unsigned SortedOrder::lost_bits(const WordRange& range) const {
+    const auto width = static_cast<unsigned>(std::bit_width(range.largest - range.smallest));
+    return std::max(width + m_positionBits, 64U) - 64;
+}
+
+template <class Row>
+bool SortedOrder::sort_words_of(Row row, const WordRange& range) {
     const std::uint64_t distance = (range.largest - range.smallest) | kOne;  // no shift by 64
-    const auto spare = static_cast<unsigned>(std::countl_zero(distance));
-    m_shift = m_positionBits > spare ? m_positionBits - spare : 0;
-    m_prefixDecides = all_share_trailing_bits(range.smallest);
-    const auto pack_image = [spare, origin = range.smallest, prefixMask = ~position_mask()](
-                                std::uint64_t image, std::uint64_t position) {
-        return ((image - origin) << spare & prefixMask) | position;
+    const auto pack_word = [spare = std::countl_zero(distance), origin = range.smallest,
+                            prefixMask = ~position_mask()](std::uint64_t word, std::uint64_t i) {
+        return ((word - origin) << spare & prefixMask) | i;
     };
-    const WordRow packed(
-        x, [=](double value, std::size_t i) { return pack_image(tie_image_of(value), i); });
-    const WordRange packedRange{0, pack_image(range.largest, m_size - 1), false};
+    const WordRow packed(m_x, [=](double, std::size_t i) { return pack_word(row(i), i); });
+    const WordRange packedRange{0, pack_word(range.largest, m_size - 1), false};
     if (range.largest == kNaNImage) {
         m_nanPrefix = packedRange.largest >> m_positionBits;
     }
@@ -224,10 +243,10 @@ void SortedOrder::settle_repeats(std::size_t first, std::size_t end, std::uint64
     }
 }
 
-/// Whether all images agree with that one in the bits that do not fit into a word. Where they do
-/// not, two or three values tell as a rule.
-bool SortedOrder::all_share_trailing_bits(std::uint64_t image) const {
-    const std::uint64_t trailing = (kOne << m_shift) - 1;
+/// Whether all images agree with that one in so many trailing bits. Where they do not, two or three
+/// values tell as a rule.
+bool SortedOrder::all_share_trailing_bits(std::uint64_t image, unsigned bits) const {
+    const std::uint64_t trailing = (kOne << bits) - 1;
     return std::all_of(m_x, m_x + m_size, [=](double value) {
         return ((tie_image_of(value) ^ image) & trailing) == 0;
     });
@@ -256,7 +275,7 @@ void SortedOrder::sort_run(std::size_t first, std::size_t size, std::uint64_t* s
     const WordRange range = range_of(
         size, WordRow(m_buffer.words() + first,
                       [=, this](std::uint64_t, std::size_t i) { return image(first + i); }));
-    // The images of a run differ in m_shift bits only, and these do fit beside a position.
+    // The images of a run differ in their trailing bits only, and these do fit beside a position.
     const std::uint64_t common = prefix(first);
     std::uint64_t* const words = m_buffer.words() + first;
     for (std::size_t i = 0; i < size; ++i) {

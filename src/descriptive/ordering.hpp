@@ -15,6 +15,8 @@
 /// floating-point fault or touches the floating-point state.
 namespace vela::descriptive {
 
+struct WordRange;
+
 /// A private copy of n values in ascending order; false when it could not be allocated.
 class SortedCopy {
 public:
@@ -62,7 +64,10 @@ private:
     bool is_tied(std::size_t i) const { return (marks()[i / 64] >> (i % 64) & 1U) != 0; }
     bool sort_by_value();
     bool sort_by_image();
-    bool all_share_trailing_bits(std::uint64_t image) const;
+    template <class Row>
+    bool sort_words_of(Row row, const WordRange& range);
+    unsigned lost_bits(const WordRange& range) const;
+    bool all_share_trailing_bits(std::uint64_t image, unsigned bits) const;
     template <class IsTied>
     void mark(std::size_t first, std::size_t end, IsTied is_tied);
     void mark_repeats(std::size_t first, std::size_t end);
@@ -78,7 +83,6 @@ private:
     const double* m_x;
     std::uint32_t m_size;
     unsigned m_positionBits;      // what a position needs, at least 1
-    unsigned m_shift = 0;         // trailing bits of the images that do not fit into a word
     bool m_prefixDecides = true;  // equal leading bits stand for equal values
     std::uint64_t m_nanPrefix = ~std::uint64_t{0};  // leading bits of a NaN, if there is any
     WordBuffer m_buffer;  // words of leading bits and position; then a bit for each value that

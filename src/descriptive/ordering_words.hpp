@@ -164,7 +164,7 @@ struct Bins {
 /// asked for as soon as they come to the line before it.
 template <class Word>
 void store_and_prefetch(Word* place, Word word) {
-    constexpr std::size_t kWordsPerLine = 8;
+    constexpr std::size_t kWordsPerLine = 64 / sizeof(Word);
     *place = word;
     __builtin_prefetch(place + kWordsPerLine, 1);
 }
