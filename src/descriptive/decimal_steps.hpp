@@ -1,8 +1,6 @@
 #ifndef VELA_DESCRIPTIVE_DECIMAL_STEPS_HPP
 #define VELA_DESCRIPTIVE_DECIMAL_STEPS_HPP
 
-#include "descriptive/ordering_words.hpp"
-
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -47,11 +45,9 @@ inline double decimal_scale(const double* x, std::size_t n) {
     return scale;
 }
 
-/// Words in the order of the values, for a scale that decimal_scale() gave.
-inline auto decimal_steps(const double* x, double scale) {
-    return WordRow(x, [=](double value, std::size_t) {
-        return std::bit_cast<std::uint64_t>(value * scale + kStepsFromHere);
-    });
+/// A word in the order of the values, for a scale that decimal_scale() gave.
+inline std::uint64_t decimal_step(double value, double scale) {
+    return std::bit_cast<std::uint64_t>(value * scale + kStepsFromHere);
 }
 
 }  // namespace vela::descriptive

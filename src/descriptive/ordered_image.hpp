@@ -14,6 +14,7 @@ inline constexpr std::uint64_t kNegativeNaNs = 0x000FFFFFFFFFFFFF;
 inline constexpr std::uint64_t kSignBit = 0x8000000000000000;
 inline constexpr std::uint64_t kPlusInfinityImage = 0xFFE0000000000001;  // above it: NaN
 inline constexpr std::uint64_t kNaNImage = 0xFFFFFFFFFFFFFFFF;
+inline constexpr std::uint64_t kInfinityBits = 0x7FF0000000000000;
 inline constexpr std::uint64_t kZeroImage = kSignBit - kNegativeNaNs;
 
 /// One to one: -infinity is 0, -0.0 comes right before 0.0, every NaN after +infinity.
@@ -37,12 +38,18 @@ inline std::uint64_t raise_non_finite(double value) {
 /// The same order with one image for both zeros and one for every NaN. Numbers whose last bits are
 /// 0, as those of integers are, differ in the leading bits of their images only, whatever the sign.
 inline std::uint64_t tie_image_of(double value) {
-    constexpr std::uint64_t kInfinityBits = 0x7FF0000000000000;
     const auto bits = std::bit_cast<std::uint64_t>(value);
     const std::uint64_t isNegative = 0 - (bits >> 63U);                          // all bits or none
     const std::uint64_t steps = ((bits & ~kSignBit) ^ isNegative) - isNegative;  // away from zero
     const std::uint64_t image = steps + kInfinityBits;
     return image > 2 * kInfinityBits ? kNaNImage : image;
+}
+
+/// A zero of either sign as 0.0.
+inline double value_of_tie_image(std::uint64_t image) {
+    const std::uint64_t steps = image - kInfinityBits;
+    const std::uint64_t isNegative = 0 - (steps >> 63U);  // all bits or none
+    return std::bit_cast<double>(((steps ^ isNegative) - isNegative) | (isNegative & kSignBit));
 }
 
 }  // namespace vela::descriptive

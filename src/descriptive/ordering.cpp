@@ -155,11 +155,12 @@ bool SortedOrder::sort_by_image() {
     const WordRange range = range_of(m_size, images);
     m_prefixDecides = all_share_trailing_bits(range.smallest, lost_bits(range));
     if (const double scale = m_prefixDecides ? 0.0 : decimal_scale(m_x, m_size); scale > 0.0) {
-        const auto steps = decimal_steps(m_x, scale);
-        const WordRange stepRange = range_of(m_size, steps);
-        if (lost_bits(stepRange) == 0) {
+        const auto step = [=](double value, std::size_t) { return decimal_step(value, scale); };
+        const WordRange steps{step(value_of_tie_image(range.smallest), 0),
+                              step(value_of_tie_image(range.largest), 0), false};
+        if (lost_bits(steps) == 0) {
             m_prefixDecides = true;
-            return sort_words_of(steps, stepRange);
+            return sort_words_of(WordRow(m_x, step), steps);
         }
     }
     return sort_words_of(images, range);

@@ -195,7 +195,7 @@ struct Groups {
 template <class Row>
 [[gnu::noinline]] Groups distribute(std::size_t n, Row row, const WordRange& range,
                                     std::uint64_t* out) {
-    const Bins bins(range, n);
+    const Bins bins(range, n / 8);
     bins.tally(n, row, out);
 
     std::array<std::uint8_t, Bins::kMost> groupOf;
