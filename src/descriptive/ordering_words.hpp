@@ -231,10 +231,16 @@ void sort_in_cache(std::uint64_t* words, std::size_t n, const WordRange& range, 
 /// The first n words of the row, n >= 1, in ascending order to `out`. Calls finish(first, end) for one
 /// part after the other that is in order, while a cache still holds it; words that agree in the 16
 /// leading bits of their distance from the smallest come in one part, and there is scratch space for
-/// its words then. False when that could not be allocated.
+/// its words then, unless they stood in descending order. False when that could not be allocated.
 template <class Row, class Finish>
 bool sort_from(std::size_t n, Row row, const WordRange& range, std::uint64_t* out, Scratch& scratch,
                Finish finish) {
+    if (is_descending(n, row)) {
+        std::uint64_t* next = out + n;
+        for_each_word(0, n, row, [&](std::uint64_t word) { *--next = word; });
+        finish(0, n);
+        return true;
+    }
     if (n <= kCacheWords) {
         std::uint64_t* const copy = scratch.words();
         std::size_t i = 0;
