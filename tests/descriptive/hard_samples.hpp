@@ -14,7 +14,7 @@ namespace vela::test {
 
 /// Samples that take every branch of the faster loops over moments, or are the worst for some way
 /// to sort: deviations that are tiny, overflow or are not finite, means near 0, ties, both zeros,
-/// clusters that agree in most bits, NaN of both signs, data in order.
+/// clusters that agree in most bits, decimal and other fractions, NaN of both signs, data in order.
 inline std::vector<Values> hard_samples(std::size_t n) {
     std::mt19937_64 bits(n);
     const auto uniform = [&] { return static_cast<double>(bits() >> 11U) * 0x1p-53; };
@@ -38,6 +38,9 @@ inline std::vector<Values> hard_samples(std::size_t n) {
         [&] { return bits() % 50U == 0U ? kInfinity : uniform(); },
         [&] { return bits() % 50U == 0U ? any_nan() : (integer(99) - 9.0) / 7.0; },
         [&] { return bits() % 3U == 0U ? kInfinity : any_nan(); },
+        [&] { return (integer(9000) - 500.0) / 100.0; },
+        [&] { return (integer(9000) - 500.0) / 7.0; },
+        [&] { return bits() % 97U == 0U ? -0.0 : integer(4000) * 1e5 + 1e-6; },
         [&] { return bits() % 17U == 0U ? 1e300 : 1.0 + integer(999) * 0x1p-52; },
         [&] {
             return bits() % 50U == 0U ? 1e308 * (1.0 - 2.0 * integer(2)) : integer(4096) * 1e-315;
@@ -45,6 +48,7 @@ inline std::vector<Values> hard_samples(std::size_t n) {
         any_double,
         [&] { return position += 1.0; },
         [&] { return position -= 1.0; },
+        [&] { return std::floor(position -= 0.375); },
         [] { return 3.25; },
     };
     std::vector<Values> samples;
