@@ -11,8 +11,8 @@
 /// Everything in the library that needs data in order: a sorted copy, the sorting permutation with
 /// its ties, and single order statistics without a full sort. NaN of either sign stands after
 /// +infinity. Time is linear in the number of values for whatever data, memory 16 bytes and a bit
-/// per value at most and 8 as a rule beyond a million of them, and nothing here raises a
-/// floating-point fault or touches the floating-point state.
+/// per value at most and 8 as a rule where there are many, and nothing here raises a floating-point
+/// fault or touches the floating-point state.
 namespace vela::descriptive {
 
 struct WordRange;
@@ -82,8 +82,8 @@ private:
 
     const double* m_x;
     std::uint32_t m_size;
-    unsigned m_positionBits;      // what a position needs, at least 1
-    bool m_prefixDecides = true;  // equal leading bits stand for equal values
+    unsigned m_positionBits;                        // what a position needs, at least 1
+    bool m_prefixDecides = true;                    // equal leading bits stand for equal values
     std::uint64_t m_nanPrefix = ~std::uint64_t{0};  // leading bits of a NaN, if there is any
     WordBuffer m_buffer;  // words of leading bits and position; then a bit for each value that
                           // equals the one before it, as a NaN never does

@@ -169,9 +169,6 @@ void store_and_prefetch(Word* place, Word word) {
     __builtin_prefetch(place + kWordsPerLine, 1);
 }
 
-/// Up to this many words fit, twice, into the cache next to a core.
-inline constexpr std::size_t kCacheWords = 65536;
-
 /// Words group by group: each group below the next, in any order inside.
 struct Groups {
     static constexpr std::size_t kMost = 255;

@@ -26,17 +26,18 @@ private:
     std::unique_ptr<std::byte[]> m_bytes;
 };
 
-/// Up to this many words have their scratch space right behind them. Of more, most need little of
-/// it, and it is made to measure: half the memory, which a heap rather keeps for the next call.
-inline constexpr std::size_t kTogether = std::size_t{1} << 20U;
+/// Up to this many words fit, twice, into the cache next to a core.
+inline constexpr std::size_t kCacheWords = 65536;
 
-/// Words to allocate for n words and the scratch space behind them.
-inline std::size_t with_scratch(std::size_t n) { return n <= kTogether ? 2 * n : n; }
+/// Words to allocate for n words and the scratch space behind them. Of more than fit into the cache
+/// most need little of it, and it is made to measure: half the memory, which a heap rather keeps for
+/// the next call.
+inline std::size_t with_scratch(std::size_t n) { return n <= kCacheWords ? 2 * n : n; }
 
 /// The scratch space for n words: what stands behind them, or its own.
 class Scratch {
 public:
-    Scratch(std::size_t n, std::uint64_t* behind) : m_words(n <= kTogether ? behind : nullptr) {}
+    Scratch(std::size_t n, std::uint64_t* behind) : m_words(n <= kCacheWords ? behind : nullptr) {}
 
     /// Makes room for `count` words, once; false when it could not be allocated.
     bool reserve(std::size_t count) {
