@@ -118,7 +118,7 @@ SortedCopy::SortedCopy(const double* x, std::uint32_t n)
             sorted[i] = value_of(words[i]);
         }
     };
-    if (!sort_from(n, image, range, words, scratch, to_values)) {
+    if (!sort_from(n, image, 0, range, words, scratch, to_values)) {
         m_buffer.release();
     }
 }
@@ -174,10 +174,9 @@ unsigned SortedOrder::lost_bits(const WordRange& range) const {
 
 template <class Row>
 bool SortedOrder::sort_words_of(Row row, const WordRange& range) {
-    const std::uint64_t distance = (range.largest - range.smallest) | kOne;  // no shift by 64
-    const auto pack_word = [spare = std::countl_zero(distance), origin = range.smallest,
-                            prefixMask = ~position_mask()](std::uint64_t word, std::uint64_t i) {
-        return ((word - origin) << spare & prefixMask) | i;
+    const auto pack_word = [origin = range.smallest, lost = lost_bits(range),
+                            positionBits = m_positionBits](std::uint64_t word, std::uint64_t i) {
+        return (word - origin) >> lost << positionBits | i;
     };
     const WordRow packed(m_x, [=](double, std::size_t i) { return pack_word(row(i), i); });
     const WordRange packedRange{0, pack_word(range.largest, m_size - 1), false};
@@ -185,7 +184,7 @@ bool SortedOrder::sort_words_of(Row row, const WordRange& range) {
         m_nanPrefix = packedRange.largest >> m_positionBits;
     }
     Scratch scratch(m_size, marks() + m_size / 64 + 1);
-    return sort_from(m_size, packed, packedRange, m_buffer.words(), scratch,
+    return sort_from(m_size, packed, m_positionBits, packedRange, m_buffer.words(), scratch,
                      [&](std::size_t first, std::size_t end) {
                          mark_repeats(first, end);
                          if (!m_prefixDecides) {
@@ -282,7 +281,7 @@ void SortedOrder::sort_run(std::size_t first, std::size_t size, std::uint64_t* s
     for (std::size_t i = 0; i < size; ++i) {
         words[i] = pack(image(first + i) - range.smallest, (*this)[first + i]);
     }
-    sort_words(words, size, scratch);
+    sort_words(words, size, scratch, m_positionBits);
     for (std::size_t i = 0; i < size; ++i) {
         words[i] = pack(common, (*this)[first + i]);
     }

@@ -69,7 +69,7 @@ void sort_runs(std::uint64_t* words, std::uint64_t* work, std::size_t n, std::ui
         while (end < n && prefix(end) == prefix(i)) {
             ++end;
         }
-        sort_words(words + first, end - first, work);
+        sort_words(words + first, end - first, work, 0);
         i = end;
     }
 }
@@ -77,15 +77,15 @@ void sort_runs(std::uint64_t* words, std::uint64_t* work, std::size_t n, std::ui
 /// words[0..n) to `out`, which is words or other: of the numbers of passes that end there, the one
 /// that suits the caller's data, or a copy where a pass had nothing to do.
 template <unsigned digitBits, unsigned digits>
-void sort_by_passes(std::uint64_t* words, std::uint64_t* other, std::size_t n,
+void sort_by_passes(std::uint64_t* words, std::uint64_t* other, std::size_t n, unsigned settledBits,
                     const WordRange& range, std::uint64_t* out) {
-    const auto width = static_cast<unsigned>(std::bit_width(range.largest - range.smallest));
     constexpr unsigned resolved = digitBits * digits;
-    const unsigned shift = width > resolved ? width - resolved : 0;
-    std::uint64_t* const sorted =
-        sort_by_digits<digitBits, digits>(words, other, n, range.smallest, shift);
-    if (shift > 0) {
-        sort_runs(sorted, sorted == words ? other : words, n, range.smallest, shift);
+    const std::uint64_t origin = range.smallest >> settledBits << settledBits;
+    const auto width = static_cast<unsigned>(std::bit_width(range.largest - origin));
+    const unsigned shift = std::max(settledBits, width > resolved ? width - resolved : 0);
+    std::uint64_t* const sorted = sort_by_digits<digitBits, digits>(words, other, n, origin, shift);
+    if (shift > settledBits) {
+        sort_runs(sorted, sorted == words ? other : words, n, origin, shift);
     }
     if (sorted != out) {
         std::copy_n(sorted, n, out);
@@ -94,7 +94,7 @@ void sort_by_passes(std::uint64_t* words, std::uint64_t* other, std::size_t n,
 
 }  // namespace
 
-void sort_words(std::uint64_t* words, std::size_t n, std::uint64_t* scratch) {
+void sort_words(std::uint64_t* words, std::size_t n, std::uint64_t* scratch, unsigned settledBits) {
     if (n <= kFewWords) {
         std::sort(words, words + n);
         return;
@@ -111,20 +111,20 @@ void sort_words(std::uint64_t* words, std::size_t n, std::uint64_t* scratch) {
     }
     if (n <= 2 * kCacheWords) {  // passes beyond the near cache cost less than other groups
         // A part of a sample: spread evenly as a rule, so that 22 bits tell nearly all apart.
-        sort_by_passes<11, 2>(words, scratch, n, range, words);
+        sort_by_passes<11, 2>(words, scratch, n, settledBits, range, words);
         return;
     }
     const Groups groups = distribute(n, row, range, scratch);
     std::copy_n(scratch, n, words);
     for (std::size_t g = 0; g < groups.count; ++g) {
-        sort_words(words + groups.starts[g], groups.size(g), scratch);
+        sort_words(words + groups.starts[g], groups.size(g), scratch, settledBits);
     }
 }
 
-void sort_in_cache(std::uint64_t* words, std::size_t n, const WordRange& range,
-                   std::uint64_t* out) {
+void sort_in_cache(std::uint64_t* words, std::size_t n, unsigned settledBits,
+                   const WordRange& range, std::uint64_t* out) {
     // A whole sample: its signs and exponents take up to 12 bits before any digit tells.
-    sort_by_passes<10, 3>(words, out, n, range, out);
+    sort_by_passes<10, 3>(words, out, n, settledBits, range, out);
 }
 // NOLINTEND(misc-no-recursion)
 

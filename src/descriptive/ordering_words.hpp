@@ -219,19 +219,22 @@ template <class Row>
     return groups;
 }
 
-/// Sorts words[0..n) ascending; scratch has room for n words.
-void sort_words(std::uint64_t* words, std::size_t n, std::uint64_t* scratch);
+/// Sorts words[0..n) ascending; scratch has room for n words. Those that differ in the last
+/// `settledBits` only are in order already, as words that end with their position are: no pass of a
+/// stable sort need look at these bits.
+void sort_words(std::uint64_t* words, std::size_t n, std::uint64_t* scratch, unsigned settledBits);
 
 /// words[0..n), n <= kCacheWords, in ascending order to `out`, another array; words is scratch.
-void sort_in_cache(std::uint64_t* words, std::size_t n, const WordRange& range, std::uint64_t* out);
+void sort_in_cache(std::uint64_t* words, std::size_t n, unsigned settledBits,
+                   const WordRange& range, std::uint64_t* out);
 
 /// The first n words of the row, n >= 1, in ascending order to `out`. Calls finish(first, end) for one
 /// part after the other that is in order, while a cache still holds it; words that agree in the 16
 /// leading bits of their distance from the smallest come in one part, and there is scratch space for
 /// its words then, unless they stood in descending order. False when that could not be allocated.
 template <class Row, class Finish>
-bool sort_from(std::size_t n, Row row, const WordRange& range, std::uint64_t* out, Scratch& scratch,
-               Finish finish) {
+bool sort_from(std::size_t n, Row row, unsigned settledBits, const WordRange& range,
+               std::uint64_t* out, Scratch& scratch, Finish finish) {
     if (is_descending(n, row)) {
         std::uint64_t* next = out + n;
         for_each_word(0, n, row, [&](std::uint64_t word) { *--next = word; });
@@ -242,7 +245,7 @@ bool sort_from(std::size_t n, Row row, const WordRange& range, std::uint64_t* ou
         std::uint64_t* const copy = scratch.words();
         std::size_t i = 0;
         for_each_word(0, n, row, [&](std::uint64_t word) { copy[i++] = word; });
-        sort_in_cache(copy, n, range, out);
+        sort_in_cache(copy, n, settledBits, range, out);
         finish(0, n);
         return true;
     }
@@ -251,7 +254,7 @@ bool sort_from(std::size_t n, Row row, const WordRange& range, std::uint64_t* ou
         return false;
     }
     for (std::size_t g = 0; g < groups.count; ++g) {
-        sort_words(out + groups.starts[g], groups.size(g), scratch.words());
+        sort_words(out + groups.starts[g], groups.size(g), scratch.words(), settledBits);
         finish(groups.starts[g], groups.starts[g + 1]);
     }
     return true;
