@@ -213,7 +213,7 @@ void SortedOrder::mark_repeats(std::size_t first, std::size_t end) {
     std::uint64_t last = first > 0 ? prefix(first - 1) : m_nanPrefix;
     mark(first, end, [&, nan = m_nanPrefix](std::size_t i) {
         const std::uint64_t next = prefix(i);
-        return static_cast<bool>((next == std::exchange(last, next)) & (next != nan));
+        return next == std::exchange(last, next) && next != nan;
     });
 }
 
