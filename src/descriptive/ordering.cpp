@@ -181,7 +181,7 @@ bool SortedOrder::sort_words_of(Row row, const WordRange& range) {
     const WordRow packed(m_x, [=](double, std::size_t i) { return pack_word(row(i), i); });
     const WordRange packedRange{0, pack_word(range.largest, m_size - 1), false};
     if (range.largest == kNaNImage) {
-        m_nanPrefix = packedRange.largest >> m_positionBits;
+        m_nanStart = packedRange.largest & ~position_mask();
     }
     Scratch scratch(m_size, marks() + m_size / 64 + 1);
     return sort_from(m_size, packed, m_positionBits, packedRange, m_buffer.words(), scratch,
@@ -199,21 +199,23 @@ template <class IsTied>
 void SortedOrder::mark(std::size_t first, std::size_t end, IsTied is_tied) {
     while (first < end) {
         std::uint64_t& word = marks()[first / 64];
-        std::uint64_t bits = first % 64 == 0 ? 0 : word;
+        const std::uint64_t before = first % 64 == 0 ? 0 : word;
         const std::size_t wordEnd = std::min(end, first - first % 64 + 64);
+        std::uint64_t bits = 0;
         for (; first < wordEnd; ++first) {
-            bits |= std::uint64_t{is_tied(first) ? 1U : 0U} << (first % 64);
+            bits = bits >> 1U | std::uint64_t{is_tied(first) ? 1U : 0U} << 63U;
         }
-        word = bits;
+        word = before | bits >> (0 - wordEnd) % 64;
     }
 }
 
 /// Marks each i of [first, end) whose prefix is that of i - 1, except the prefix of NaN.
 void SortedOrder::mark_repeats(std::size_t first, std::size_t end) {
-    std::uint64_t last = first > 0 ? prefix(first - 1) : m_nanPrefix;
-    mark(first, end, [&, nan = m_nanPrefix](std::size_t i) {
-        const std::uint64_t next = prefix(i);
-        return next == std::exchange(last, next) && next != nan;
+    const std::uint64_t* const words = m_buffer.words();
+    std::uint64_t last = first > 0 ? words[first - 1] : ~words[0];
+    mark(first, end, [&, words, mask = position_mask(), nanStart = m_nanStart](std::size_t i) {
+        const std::uint64_t next = words[i];
+        return (next ^ std::exchange(last, next)) <= mask && next < nanStart;
     });
 }
 

@@ -82,9 +82,9 @@ private:
 
     const double* m_x;
     std::uint32_t m_size;
-    unsigned m_positionBits;                        // what a position needs, at least 1
-    bool m_prefixDecides = true;                    // equal leading bits stand for equal values
-    std::uint64_t m_nanPrefix = ~std::uint64_t{0};  // leading bits of a NaN, if there is any
+    unsigned m_positionBits;                       // what a position needs, at least 1
+    bool m_prefixDecides = true;                   // equal leading bits stand for equal values
+    std::uint64_t m_nanStart = ~std::uint64_t{0};  // words from there on stand for NaN
     WordBuffer m_buffer;  // words of leading bits and position; then a bit for each value that
                           // equals the one before it, as a NaN never does
 };
