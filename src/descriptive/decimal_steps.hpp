@@ -31,16 +31,19 @@ inline bool is_ordinary(double value) {
 /// The least power of ten that makes all values whole numbers, at most a million; 0 if none does.
 inline double decimal_scale(const double* x, std::size_t n) {
     double scale = 1.0;
-    for (std::size_t i = 0; i < n; ++i) {
+    for (std::size_t i = 0; i < n;) {
         if (!is_ordinary(x[i])) {
             return 0.0;
         }
-        while (!is_decimal(x[i], scale)) {  // the values before it have larger scales, too
-            scale *= 10.0;
-            if (scale > 1e6) {
-                return 0.0;
-            }
+        if (is_decimal(x[i], scale)) {
+            ++i;
+            continue;
         }
+        scale *= 10.0;
+        if (scale > 1e6) {
+            return 0.0;
+        }
+        i = 0;  // where rounding is directed, a tenth need not be ten hundredths
     }
     return scale;
 }
