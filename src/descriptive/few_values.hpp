@@ -24,7 +24,9 @@ public:
     template <class Row>
     bool count(std::size_t n, Row row) {
         m_most = std::min(kMostValues, n / 16);
-        if (m_most * repeats_in_probes(n, row) < kProbes * kProbes / 4) {  // half of what to expect
+        const std::size_t probes = m_most < 1000 ? 64 : 128;
+        const std::size_t expected = probes * probes / 2 / m_most;  // where so many differ
+        if (2 * repeats_in_probes(n, row, probes) < expected) {
             return false;
         }
         clear();
@@ -58,23 +60,21 @@ public:
 private:
     static constexpr std::size_t kMostValues = 2048;
     static constexpr std::uint64_t kGolden = 0x9E3779B97F4A7C15;  // multiplicative hashing
-    static constexpr std::size_t kProbes = 128;
-    static constexpr std::size_t kFarthest = 32;            // from home, whatever the values
-    static constexpr std::uint64_t kEmpty = kNaNImage - 1;  // the image of one signalling NaN
+    static constexpr std::size_t kFarthest = 32;                  // from home, whatever the values
+    static constexpr std::uint64_t kEmpty = kNaNImage - 1;        // the image of one signalling NaN
 
     std::size_t home_of(std::uint64_t word) const { return (word * kGolden) >> m_shift; }
 
-    /// Of some words from all over the row, how many are seen to be there before: about half of the
-    /// square of their number by that of different values. Places at random, because data may have
-    /// a period.
+    /// How many of some words from all over the row were seen to be there before. Places at random,
+    /// because data may have a period.
     template <class Row>
-    static std::size_t repeats_in_probes(std::size_t n, Row row) {
-        const std::uint64_t stride = n / kProbes;
-        std::array<std::uint64_t, 2 * kProbes> lastSeen;
+    static std::size_t repeats_in_probes(std::size_t n, Row row, std::size_t probes) {
+        const std::uint64_t stride = n / probes;
+        std::array<std::uint64_t, 256> lastSeen;
         lastSeen.fill(kEmpty);
         std::size_t repeats = 0;
         std::uint64_t random = 0;
-        for (std::uint64_t first = 0; first < kProbes * stride; first += stride) {
+        for (std::uint64_t first = 0; first < probes * stride; first += stride) {
             random = random * 6364136223846793005 + 1442695040888963407;  // Knuth, MMIX
             const std::uint64_t word = row(first + ((random >> 32U) * stride >> 32U));
             std::uint64_t& seen = lastSeen[(word * kGolden) >> 56U];

@@ -2,6 +2,7 @@
 // preserving images, keep the bins that hold a wanted rank, and go on inside each of them. Unlike
 // selection by a pivot, no data makes it slow: each round narrows a range by up to 2^15.
 
+#include "descriptive/few_values.hpp"
 #include "descriptive/ordered_image.hpp"
 #include "descriptive/ordering.hpp"
 #include "descriptive/ordering_words.hpp"
@@ -122,18 +123,36 @@ void select_in_bins(const KeptBins& kept, std::uint64_t* work, std::uint64_t* sp
     }
 }
 
+/// The wanted values of a sample of few values; false, with nothing written, for others.
+[[gnu::noinline]] bool select_few_values(const double* x, std::size_t n, const Wanted& wanted) {
+    FewValues values;
+    if (!values.count(n, images_of(x))) {
+        return false;
+    }
+    std::size_t i = 0;
+    values.for_each([&](std::uint64_t image, std::uint64_t /*first*/, std::uint64_t end) {
+        while (i < wanted.count && wanted.rank(i) < end) {
+            wanted.values[i++] = value_of(image);
+        }
+    });
+    return true;
+}
+
 }  // namespace
 
 bool SelectedValues::select(const double* x, std::uint32_t n) {
     std::sort(m_ranks.begin(), m_ranks.begin() + m_count);
     m_count = static_cast<std::size_t>(std::unique(m_ranks.begin(), m_ranks.begin() + m_count) -
                                        m_ranks.begin());
+    const Wanted wanted{m_ranks.data(), m_values.data(), m_count, 0};
+    if (n > kSmallSample && select_few_values(x, n, wanted)) {
+        return true;
+    }
     const WordBuffer work(with_scratch(n));
     if (!work) {
         return false;
     }
-    const KeptBins kept =
-        narrow(n, images_of(x), Wanted{m_ranks.data(), m_values.data(), m_count, 0}, work.words());
+    const KeptBins kept = narrow(n, images_of(x), wanted, work.words());
     Scratch spare(n, work.words() + n);
     if (!spare.reserve(kept.mostInOne)) {
         return false;
