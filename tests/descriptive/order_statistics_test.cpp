@@ -103,10 +103,14 @@ TEST(OrderAndRanks, AgreeWithAStableSortAndRaiseNoFault) {
             EXPECT_EQ(order, expected);
             const Values expectedRanks = brute_ranks(x, expected);
             EXPECT_EQ(ranks, expectedRanks) << "in place";
-            Values overwritten = x;
-            auto* const places = reinterpret_cast<unsigned int*>(overwritten.data());
-            v1::GetOrder(overwritten.data(), size(x), places);
-            EXPECT_TRUE(std::equal(expected.begin(), expected.end(), places)) << "over the sample";
+            for (const std::size_t before : {std::size_t{0}, n / 4}) {
+                Values overwritten(before);
+                overwritten.insert(overwritten.end(), x.begin(), x.end());
+                auto* const places = reinterpret_cast<unsigned int*>(overwritten.data());
+                v1::GetOrder(overwritten.data() + before, size(x), places);
+                EXPECT_TRUE(std::equal(expected.begin(), expected.end(), places))
+                    << "from " << before << " values before the sample";
+            }
             Values shifted = x;
             shifted.push_back(0.0);
             v1::GetRank(shifted.data(), size(x), shifted.data() + 1);
