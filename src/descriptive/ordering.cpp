@@ -94,12 +94,13 @@ bool sort_small_sample(const double* x, std::size_t n, double* sorted) {
 }  // namespace
 
 SortedCopy::SortedCopy(const double* x, std::uint32_t n)
-    : m_size(n), m_buffer(n <= kFewWords ? n : with_scratch(n)) {
-    if (!m_buffer) {
-        return;
-    }
-    double* const sorted = m_buffer.doubles();
-    if (n <= kSmallSample && sort_small_sample(x, n, sorted)) {
+    : m_size(n),
+      m_buffer(n < kTinySample  ? WordBuffer()
+               : n <= kFewWords ? WordBuffer(n)
+                                : WordBuffer(with_scratch(n))),
+      m_values(n < kTinySample ? m_few.data() : m_buffer.doubles()) {
+    double* const sorted = m_values;
+    if (sorted == nullptr || (n <= kSmallSample && sort_small_sample(x, n, sorted))) {
         return;
     }
     const auto image = images_of(x);
@@ -119,7 +120,7 @@ SortedCopy::SortedCopy(const double* x, std::uint32_t n)
         }
     };
     if (!sort_from(n, image, 0, range, words, scratch, to_values)) {
-        m_buffer.release();
+        m_values = nullptr;
     }
 }
 

@@ -17,21 +17,26 @@ namespace vela::descriptive {
 
 struct WordRange;
 
-/// A private copy of n values in ascending order; false when it could not be allocated.
+/// A private copy of n values in ascending order; false when it could not be allocated. A few values
+/// have room in the object.
 class SortedCopy {
 public:
     SortedCopy(const double* x, std::uint32_t n);
+    SortedCopy(const SortedCopy&) = delete;
+    SortedCopy& operator=(const SortedCopy&) = delete;
 
-    explicit operator bool() const { return static_cast<bool>(m_buffer); }
-    const double* values() const { return m_buffer.doubles(); }
+    explicit operator bool() const { return m_values != nullptr; }
+    const double* values() const { return m_values; }
     std::uint32_t size() const { return m_size; }
 
     /// The order statistic x(k), 1 <= k <= size().
-    double operator()(std::uint32_t k) const { return values()[k - 1]; }
+    double operator()(std::uint32_t k) const { return m_values[k - 1]; }
 
 private:
     std::uint32_t m_size;
+    std::array<double, kTinySample> m_few;
     WordBuffer m_buffer;
+    double* m_values;
 };
 
 /// The permutation that sorts x, equal values and NaN in the order of their positions; false when
