@@ -2,6 +2,7 @@
 #define VELA_DESCRIPTIVE_FEW_VALUES_HPP
 
 #include "descriptive/ordered_image.hpp"
+#include "descriptive/ordering_small.hpp"
 #include "descriptive/ordering_words.hpp"
 
 #include <algorithm>
@@ -16,13 +17,17 @@ namespace vela::descriptive {
 /// The different values of a sample that repeats a few of them, as rounded measurements, scores and
 /// counts do, and a number for each: what each stands for is soon in order, and so is the sample.
 /// A hash table with open addressing (Knuth, The Art of Computer Programming 3, section 6.4). It
-/// takes a hundred kilobytes of stack, in calls of their own, and suits samples beyond kSmallSample,
-/// which hardly notice a vain attempt.
+/// takes a hundred kilobytes of stack, in calls of their own, and is no use to a small sample; larger
+/// ones hardly notice a vain attempt.
 class FewValues {
 public:
-    /// Counts the n words of a row; false as soon as too many of them differ, or one is kEmpty.
+    /// Counts the n words of a row; false for a small sample, and as soon as too many of them differ,
+    /// or one is kEmpty.
     template <class Row>
     bool count(std::size_t n, Row row) {
+        if (n <= kSmallSample) {
+            return false;
+        }
         m_most = std::min(kMostValues, n / 16);
         const std::size_t probes = m_most < 1000 ? 64 : 128;
         const std::size_t expected = probes * probes / 2 / m_most;  // where so many differ

@@ -116,11 +116,11 @@ std::optional<ModeCounts> modes_of_ascending(std::span<const double> x, std::spa
 /// The modes of any sample; none when memory could not be allocated.
 std::optional<ModeCounts> modes_of(std::span<const double> x, std::span<double> modes) {
     std::optional<ModeCounts> counts;
-    if (x.size() > kSmallSample) {
-        counts = modes_of_few_values(x, modes);
-    }
-    if (!counts && x.size() > kSmallSample) {
+    if (x.size() > kSmallSample) {  // fewer are sorted as soon as they are looked at
         counts = modes_of_ascending(x, modes);
+    }
+    if (!counts) {
+        counts = modes_of_few_values(x, modes);
     }
     if (counts) {
         return counts;

@@ -73,7 +73,7 @@ bool order_directly(const double* x, std::uint32_t n, std::uint32_t* order) {
     const auto position = [](std::size_t i) { return static_cast<std::uint32_t>(i); };
     const auto less = [=](std::uint32_t a, std::uint32_t b) { return x[a] < x[b]; };
     return (n <= kSmallSample && sort_small(x, n, order, position, less)) ||
-           order_ascending(x, n, order) || (n > kSmallSample && order_few_values(x, n, order));
+           order_ascending(x, n, order) || order_few_values(x, n, order);
 }
 
 /// A sorted copy of a small sample; false, with anything in it, where it is better sorted by words.
@@ -93,12 +93,13 @@ bool sort_small_sample(const double* x, std::size_t n, double* sorted) {
 
 }  // namespace
 
-SortedCopy::SortedCopy(const double* x, std::uint32_t n)
-    : m_size(n),
-      m_buffer(n < kTinySample  ? WordBuffer()
-               : n <= kFewWords ? WordBuffer(n)
-                                : WordBuffer(with_scratch(n))),
-      m_values(n < kTinySample ? m_few.data() : m_buffer.doubles()) {
+SortedCopy::SortedCopy(const double* x, std::uint32_t n) : m_size(n) {
+    if (n < kTinySample) {
+        m_values = m_few.data();
+    } else {
+        m_buffer = WordBuffer(n <= kFewWords ? n : with_scratch(n));
+        m_values = m_buffer.doubles();
+    }
     double* const sorted = m_values;
     if (sorted == nullptr || (n <= kSmallSample && sort_small_sample(x, n, sorted))) {
         return;
@@ -109,7 +110,7 @@ SortedCopy::SortedCopy(const double* x, std::uint32_t n)
         std::copy_n(x, n, sorted);
         return;
     }
-    if (n > kSmallSample && repeat_few_values(image, n, sorted)) {
+    if (repeat_few_values(image, n, sorted)) {
         return;
     }
     std::uint64_t* const words = m_buffer.words();

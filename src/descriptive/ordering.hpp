@@ -36,7 +36,7 @@ private:
     std::uint32_t m_size;
     std::array<double, kTinySample> m_few;
     WordBuffer m_buffer;
-    double* m_values;
+    double* m_values = nullptr;
 };
 
 /// The permutation that sorts x, equal values and NaN in the order of their positions; false when

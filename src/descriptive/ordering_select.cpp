@@ -145,7 +145,7 @@ bool SelectedValues::select(const double* x, std::uint32_t n) {
     m_count = static_cast<std::size_t>(std::unique(m_ranks.begin(), m_ranks.begin() + m_count) -
                                        m_ranks.begin());
     const Wanted wanted{m_ranks.data(), m_values.data(), m_count, 0};
-    if (n > kSmallSample && select_few_values(x, n, wanted)) {
+    if (select_few_values(x, n, wanted)) {
         return true;
     }
     const WordBuffer work(with_scratch(n));

@@ -91,8 +91,7 @@ int GetRank(const double* x, unsigned int n, double* ranks) {
     }
     // In place each value is read before its rank takes its place.
     const bool isApart = ranks == x || !descriptive::share_memory(x, n, ranks, n);
-    if (isApart && (rank_ascending(x, n, ranks) ||
-                    (n > descriptive::kSmallSample && rank_few_values(x, n, ranks)))) {
+    if (isApart && (rank_ascending(x, n, ranks) || rank_few_values(x, n, ranks))) {
         return conventions::kSuccess;
     }
     SortedOrder order(x, n);
